@@ -1,0 +1,60 @@
+#pragma once
+
+#include "EntityRecord.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <string>
+
+namespace backplot {
+
+// Writes records by number into a record file. Records normally arrive in order;
+// a gap (numbering that goes on from an earlier translation) leaves zero-filled records.
+// Failures raise RunTimeError.
+class RecordFileWriter {
+public:
+    RecordFileWriter() = default;
+    ~RecordFileWriter();
+    RecordFileWriter(const RecordFileWriter&) = delete;
+    RecordFileWriter& operator=(const RecordFileWriter&) = delete;
+
+    // Opens for read/write, creating the file when it is missing.
+    void Open(const std::string& path);
+    void Write(std::int32_t recordNumber, const EntityRecord& record);
+    void Close();
+    bool IsOpen() const { return file_ != nullptr; }
+
+private:
+    std::FILE* file_ = nullptr;
+    long position_ = -1; // byte offset of the stream, -1 when unknown
+};
+
+// Reads records by number through a handle of its own.
+class RecordFileReader {
+public:
+    RecordFileReader() = default;
+    ~RecordFileReader();
+    RecordFileReader(const RecordFileReader&) = delete;
+    RecordFileReader& operator=(const RecordFileReader&) = delete;
+
+    // Raises RunTimeError when the file cannot be opened.
+    void Open(const std::string& path);
+    void Close();
+    bool IsOpen() const { return file_ != nullptr; }
+
+    // File length in bytes.
+    std::int64_t Length() const { return length_; }
+    // File length / 128 rounded to the nearest whole number (halves to even), as a
+    // 16-bit count; a file of more than 32767 records raises RunTimeError.
+    std::int16_t RecordTotal() const;
+    // Reads record n (from 1). A record that is not whole in the file raises RunTimeError,
+    // so a truncated file is read up to its last whole record.
+    void Read(std::int32_t recordNumber, EntityRecord& record);
+
+private:
+    std::FILE* file_ = nullptr;
+    std::int64_t length_ = 0;
+    long position_ = -1;
+};
+
+} // namespace backplot

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "BlockScanner.h"
+#include "EntityRecord.h"
+#include "PlaybackState.h"
+#include "RecordFile.h"
+#include "TranslationState.h"
+#include "UserDialogs.h"
+
+#include <string>
+#include <string_view>
+
+namespace backplot {
+
+inline constexpr const char* TempFileName = "TKZTemp.tmp";
+inline constexpr const char* RecordFileName = "TKZGraph.Dll";
+
+// Translates part programs into the record file. Owns the translation state, the record
+// buffer, the tool colour table and the DXF collection arrays; one instance per process.
+class Translator {
+public:
+    Translator(UserDialogs& dialogs, EventPump& events, PlaybackState& playback);
+
+    TranslationState& State() { return state_; }
+    const TranslationState& State() const { return state_; }
+    EntityRecord& Record() { return record_; }
+    ToolColorTable& ToolColors() { return toolColors_; }
+    const ToolColorTable& ToolColors() const { return toolColors_; }
+    DxfCollection& Dxf() { return dxf_; }
+
+    // The folder of the working files, ending in a separator.
+    void SetDataFolder(std::string folder);
+    const std::string& DataFolder() const { return dataFolder_; }
+    std::string RecordFilePath() const { return dataFolder_ + RecordFileName; }
+    std::string TempFilePath() const { return dataFolder_ + TempFileName; }
+
+    // True if the file can be opened for reading.
+    static bool FileExists(const std::string& path);
+
+    // Copies the program into data folder + tempName with CR LF line ends and only the
+    // characters 32..126. Shows "Problem with input file." and returns false on failure.
+    bool NormaliseFile(const std::string& sourcePath, const std::string& tempName);
+
+    // Translates the normalised program into the record file, up to its end, a block
+    // holding "M30", an abort or a Cancel in the error box.
+    void TranslateProgram();
+
+    // The per-program reset done before a new program is opened.
+    void ResetForNewProgram();
+
+    // Advances the state by one comment-free block; writes at most one record.
+    void InterpretBlock(std::string_view block);
+
+    // Writes the record buffer as the next record, or collects a DXF entity while
+    // CollectDxf is set.
+    void WriteEntity(std::int16_t moveType);
+
+private:
+    void ChangeTool();
+    void InterpretArc(bool clockwise);
+    void ReportLineError();
+
+    UserDialogs& dialogs_;
+    EventPump& events_;
+    PlaybackState& playback_;
+
+    TranslationState state_;
+    EntityRecord record_;
+    ToolColorTable toolColors_;
+    DxfCollection dxf_;
+    BlockScanner scanner_;
+    RecordFileWriter writer_;
+    std::string dataFolder_;
+};
+
+} // namespace backplot
