@@ -58,7 +58,8 @@ public:
 private:
     void ChangeTool();
     void InterpretArc(bool clockwise);
-    void ReportLineError();
+    // The error box of a failing line; true when the user chose to go on.
+    bool ReportLineError();
 
     UserDialogs& dialogs_;
     EventPump& events_;
@@ -69,6 +70,7 @@ private:
     ToolColorTable toolColors_;
     DxfCollection dxf_;
     BlockScanner scanner_;
+    std::string latheBlock_; // the block with its lathe letters rewritten
     RecordFileWriter writer_;
     std::string dataFolder_;
 };

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "CliOptions.h"
+#include "ConsoleDialogs.h"
+#include "PlaybackState.h"
+#include "Settings.h"
+#include "Translator.h"
+
+#include <filesystem>
+#include <iosfwd>
+
+namespace backplot {
+
+// One run of the pipeline without a window: the data folder, the settings from their
+// defaults and the flags, the translator, and the messages on stderr.
+class CliSession {
+public:
+    CliSession(const CliOptions& options, std::ostream& out, std::ostream& err);
+    ~CliSession();
+    CliSession(const CliSession&) = delete;
+    CliSession& operator=(const CliSession&) = delete;
+
+    // Normalises and translates the program into the data folder. False when the
+    // program could not be read at all (missing or empty; the message is out already).
+    bool Translate();
+
+    // 0 when no message was reported, 1 otherwise.
+    int ExitCode() const { return dialogs_.MessageCount() == 0 ? 0 : 1; }
+
+    const CliOptions& Options() const { return options_; }
+    std::ostream& Out() { return out_; }
+    std::ostream& Err() { return err_; }
+    ConsoleDialogs& Dialogs() { return dialogs_; }
+    EventPump& Events() { return events_; }
+    PlaybackState& Playback() { return playback_; }
+    Settings& Config() { return settings_; }
+    Translator& Translation() { return translator_; }
+
+private:
+    const CliOptions& options_;
+    std::ostream& out_;
+    std::ostream& err_;
+    ConsoleDialogs dialogs_;
+    NoEventPump events_;
+    PlaybackState playback_;
+    Settings settings_;
+    Translator translator_;
+    std::filesystem::path scratch_; // removed afterwards when not empty
+};
+
+int RunTranslate(CliSession& session);
+int RunRecords(CliSession& session);
+
+} // namespace backplot

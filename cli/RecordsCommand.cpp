@@ -1,0 +1,93 @@
+#include "CliSession.h"
+#include "RecordFile.h"
+#include "RunTimeError.h"
+
+#include <charconv>
+#include <ostream>
+
+namespace backplot {
+
+namespace {
+
+// The shortest text that reads back as the same 32-bit float.
+std::string FloatText(float value)
+{
+    char buffer[32];
+    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
+    return std::string(buffer, result.ptr);
+}
+
+std::string JsonString(std::string_view text)
+{
+    std::string out = "\"";
+    for (const char c : text) {
+        if (c == '"' || c == '\\')
+            out.push_back('\\');
+        if (static_cast<unsigned char>(c) < 0x20) {
+            char escaped[8];
+            std::snprintf(escaped, sizeof escaped, "\\u%04x", c);
+            out += escaped;
+            continue;
+        }
+        out.push_back(c);
+    }
+    out.push_back('"');
+    return out;
+}
+
+void PrintJson(std::ostream& out, const EntityRecord& r)
+{
+    out << "{\"BlockText\":" << JsonString(r.BlockTextView()) << ",\"KindName\":" << JsonString(r.KindNameView())
+        << ",\"MoveType\":" << r.MoveType << ",\"StartX\":" << FloatText(r.StartX)
+        << ",\"StartY\":" << FloatText(r.StartY) << ",\"StartZ\":" << FloatText(r.StartZ)
+        << ",\"EndX\":" << FloatText(r.EndX) << ",\"EndY\":" << FloatText(r.EndY)
+        << ",\"EndZ\":" << FloatText(r.EndZ) << ",\"Radius\":" << FloatText(r.Radius)
+        << ",\"StartAngle\":" << FloatText(r.StartAngle) << ",\"EndAngle\":" << FloatText(r.EndAngle)
+        << ",\"CenterX\":" << FloatText(r.CenterX) << ",\"CenterY\":" << FloatText(r.CenterY)
+        << ",\"ToolNum\":" << r.ToolNum << "}\n";
+}
+
+void PrintLine(std::ostream& out, int number, const EntityRecord& r)
+{
+    out << number << '\t' << r.MoveType << '\t' << JsonString(r.Kind()) << '\t' << FloatText(r.StartX) << '\t'
+        << FloatText(r.StartY) << '\t' << FloatText(r.StartZ) << '\t' << FloatText(r.EndX) << '\t'
+        << FloatText(r.EndY) << '\t' << FloatText(r.EndZ) << '\t' << FloatText(r.Radius) << '\t'
+        << FloatText(r.StartAngle) << '\t' << FloatText(r.EndAngle) << '\t' << FloatText(r.CenterX) << '\t'
+        << FloatText(r.CenterY) << '\t' << r.ToolNum << '\t';
+    std::string_view text = r.BlockTextView();
+    while (!text.empty() && text.back() == ' ')
+        text.remove_suffix(1);
+    out << JsonString(text) << '\n';
+}
+
+} // namespace
+
+int RunRecords(CliSession& session)
+{
+    if (!session.Translate())
+        return 1;
+    const bool json = session.Options().Json;
+    std::ostream& out = session.Out();
+    if (!json)
+        out << "Record\tMoveType\tKindName\tStartX\tStartY\tStartZ\tEndX\tEndY\tEndZ\tRadius\tStartAngle\tEndAngle"
+               "\tCenterX\tCenterY\tToolNum\tBlockText\n";
+    try {
+        RecordFileReader reader;
+        reader.Open(session.Translation().RecordFilePath());
+        const int total = reader.RecordTotal();
+        EntityRecord record;
+        for (int n = 1; n <= total; ++n) {
+            reader.Read(n, record);
+            if (json)
+                PrintJson(out, record);
+            else
+                PrintLine(out, n, record);
+        }
+    } catch (const RunTimeError& e) {
+        session.Dialogs().Message(std::string("Cannot read the record file: ") + e.what(), "Corvane Backplot",
+                                  MsgIcon::Critical, MsgButtons::Ok);
+    }
+    return session.ExitCode();
+}
+
+} // namespace backplot

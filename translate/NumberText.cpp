@@ -1,0 +1,126 @@
+#include "NumberText.h"
+
+#include "RunTimeError.h"
+
+#include <charconv>
+#include <cmath>
+#include <string>
+
+namespace backplot {
+
+namespace {
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+// Parses "digits[.digits]" held without sign or blanks.
+double ParseUnsigned(std::string_view digits)
+{
+    if (digits.empty())
+        return 0;
+    double value = 0;
+    const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), value,
+                                        std::chars_format::fixed);
+    if (result.ec == std::errc::result_out_of_range) {
+        // Only a text of hundreds of digits gets here; treat it as the overflow it is.
+        throw RunTimeError("Overflow");
+    }
+    return value;
+}
+
+} // namespace
+
+double LeadingValue(std::string_view text)
+{
+    // Blanks are skipped wherever they stand, so gather the significant characters.
+    char small[64];
+    std::string large;
+    std::size_t n = 0;
+    auto push = [&](char c) {
+        if (n < sizeof small)
+            small[n] = c;
+        else {
+            if (large.empty())
+                large.assign(small, n);
+            large.push_back(c);
+        }
+        ++n;
+    };
+
+    std::size_t i = 0;
+    auto skipBlanks = [&] {
+        while (i < text.size() && text[i] == ' ')
+            ++i;
+    };
+    skipBlanks();
+    bool negative = false;
+    if (i < text.size() && (text[i] == '-' || text[i] == '+')) {
+        negative = text[i] == '-';
+        ++i;
+    }
+    bool point = false;
+    for (;; ++i) {
+        skipBlanks();
+        if (i >= text.size())
+            break;
+        const char c = text[i];
+        if (IsDigit(c))
+            push(c);
+        else if (c == '.' && !point) {
+            point = true;
+            push(c);
+        } else
+            break;
+    }
+    const std::string_view digits = large.empty() ? std::string_view(small, n) : std::string_view(large);
+    if (digits == ".")
+        return 0;
+    const double value = ParseUnsigned(digits);
+    return negative ? -value : value;
+}
+
+std::optional<double> StrictValue(std::string_view text)
+{
+    while (!text.empty() && text.front() == ' ')
+        text.remove_prefix(1);
+    while (!text.empty() && text.back() == ' ')
+        text.remove_suffix(1);
+    bool negative = false;
+    if (!text.empty() && (text.front() == '-' || text.front() == '+')) {
+        negative = text.front() == '-';
+        text.remove_prefix(1);
+    }
+    if (text.empty())
+        return std::nullopt;
+    for (const char c : text)
+        if (!IsDigit(c))
+            return std::nullopt;
+    const double value = ParseUnsigned(text);
+    return negative ? -value : value;
+}
+
+std::int32_t RoundToInt32(double value)
+{
+    const double rounded = std::nearbyint(value);
+    if (!(rounded >= INT32_MIN && rounded <= INT32_MAX))
+        throw RunTimeError("Overflow");
+    return static_cast<std::int32_t>(rounded);
+}
+
+std::int16_t RoundToInt16(double value)
+{
+    const double rounded = std::nearbyint(value);
+    if (!(rounded >= INT16_MIN && rounded <= INT16_MAX))
+        throw RunTimeError("Overflow");
+    return static_cast<std::int16_t>(rounded);
+}
+
+float ToSingle(double value)
+{
+    // Values from 2^128 - 2^103 up round to infinity as floats.
+    constexpr double Limit = 0x1p128 - 0x1p103;
+    if (std::isnan(value) || std::fabs(value) >= Limit)
+        throw RunTimeError("Overflow");
+    return static_cast<float>(value);
+}
+
+} // namespace backplot

@@ -1,0 +1,119 @@
+#include "RecordFile.h"
+
+#include "RunTimeError.h"
+
+#include <array>
+#include <cmath>
+#include <cstring>
+
+namespace backplot {
+
+namespace {
+
+constexpr long RecordBytes = static_cast<long>(EntityRecord::Size);
+
+std::string OpenFailure(const std::string& path)
+{
+    return "Cannot open " + path + ": " + std::strerror(errno);
+}
+
+} // namespace
+
+RecordFileWriter::~RecordFileWriter() { Close(); }
+
+void RecordFileWriter::Open(const std::string& path)
+{
+    Close();
+    // Read/write, created when missing, never truncated: like a random-access file.
+    file_ = std::fopen(path.c_str(), "r+b");
+    if (!file_)
+        file_ = std::fopen(path.c_str(), "w+b");
+    if (!file_)
+        throw RunTimeError(OpenFailure(path));
+    std::setvbuf(file_, nullptr, _IOFBF, 1 << 16);
+    position_ = 0;
+}
+
+void RecordFileWriter::Write(std::int32_t recordNumber, const EntityRecord& record)
+{
+    if (!file_)
+        throw RunTimeError("Bad file name or number");
+    if (recordNumber < 1)
+        throw RunTimeError("Bad record number");
+    const long offset = (static_cast<long>(recordNumber) - 1) * RecordBytes;
+    if (offset != position_ && std::fseek(file_, offset, SEEK_SET) != 0) {
+        position_ = -1;
+        throw RunTimeError("Cannot seek in the record file");
+    }
+    std::array<std::uint8_t, EntityRecord::Size> bytes;
+    EncodeRecord(record, bytes);
+    if (std::fwrite(bytes.data(), 1, bytes.size(), file_) != bytes.size()) {
+        position_ = -1;
+        throw RunTimeError("Cannot write the record file: " + std::string(std::strerror(errno)));
+    }
+    position_ = offset + RecordBytes;
+}
+
+void RecordFileWriter::Close()
+{
+    if (file_) {
+        std::fclose(file_);
+        file_ = nullptr;
+    }
+    position_ = -1;
+}
+
+RecordFileReader::~RecordFileReader() { Close(); }
+
+void RecordFileReader::Open(const std::string& path)
+{
+    Close();
+    file_ = std::fopen(path.c_str(), "rb");
+    if (!file_)
+        throw RunTimeError(OpenFailure(path));
+    std::setvbuf(file_, nullptr, _IOFBF, 1 << 16);
+    std::fseek(file_, 0, SEEK_END);
+    length_ = std::ftell(file_);
+    std::fseek(file_, 0, SEEK_SET);
+    position_ = 0;
+}
+
+void RecordFileReader::Close()
+{
+    if (file_) {
+        std::fclose(file_);
+        file_ = nullptr;
+    }
+    length_ = 0;
+    position_ = -1;
+}
+
+std::int16_t RecordFileReader::RecordTotal() const
+{
+    const double total = std::nearbyint(static_cast<double>(length_) / RecordBytes);
+    if (total > INT16_MAX)
+        throw RunTimeError("Overflow");
+    return static_cast<std::int16_t>(total);
+}
+
+void RecordFileReader::Read(std::int32_t recordNumber, EntityRecord& record)
+{
+    if (!file_)
+        throw RunTimeError("Bad file name or number");
+    const long offset = (static_cast<long>(recordNumber) - 1) * RecordBytes;
+    if (recordNumber < 1 || offset + RecordBytes > length_)
+        throw RunTimeError("Input past end of file");
+    if (offset != position_ && std::fseek(file_, offset, SEEK_SET) != 0) {
+        position_ = -1;
+        throw RunTimeError("Cannot seek in the record file");
+    }
+    std::array<std::uint8_t, EntityRecord::Size> bytes;
+    if (std::fread(bytes.data(), 1, bytes.size(), file_) != bytes.size()) {
+        position_ = -1;
+        throw RunTimeError("Input past end of file");
+    }
+    position_ = offset + RecordBytes;
+    record = DecodeRecord(bytes);
+}
+
+} // namespace backplot

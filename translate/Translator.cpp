@@ -1,0 +1,488 @@
+#include "Translator.h"
+
+#include "ArcGeometry.h"
+#include "NumberText.h"
+#include "RunTimeError.h"
+
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+namespace backplot {
+
+namespace {
+
+constexpr const char* CrLf = "\r\n";
+constexpr const char* MillingFileWarning =
+    "The NC/CNC file you are are processing appears to be\r\n\r\n"
+    "a Milling file. Change the setting using the Options/Properties menu.";
+constexpr const char* LayerName = "BLACK_LAYER";
+
+// Fixed colours of the first seven tool changes: palette index and 0xBBGGRR value.
+struct FixedToolColor {
+    std::int32_t Index;
+    std::uint32_t Color;
+};
+constexpr FixedToolColor ToolChangeColors[] = {
+    {0, 0x000000}, {9, 0xFF0000}, {10, 0x00FF00}, {11, 0xFFFF00},
+    {12, 0x0000FF}, {13, 0xFF00FF}, {14, 0x00FFFF},
+};
+
+bool IsBlank(std::string_view text) { return text.find_first_not_of(' ') == std::string_view::npos; }
+
+void ReplaceFirst(std::string& text, char from, char to)
+{
+    const std::size_t at = text.find(from);
+    if (at != std::string::npos)
+        text[at] = to;
+}
+
+struct FileCloser {
+    void operator()(std::FILE* f) const { std::fclose(f); }
+};
+using File = std::unique_ptr<std::FILE, FileCloser>;
+
+// Reads CR LF lines from the normalised file; a last line without its end is read too.
+class LineReader {
+public:
+    explicit LineReader(std::FILE* file) : file_(file) {}
+
+    bool Next(std::string& line)
+    {
+        line.clear();
+        bool any = false;
+        for (;;) {
+            if (pos_ == end_) {
+                end_ = std::fread(buffer_, 1, sizeof buffer_, file_);
+                pos_ = 0;
+                if (end_ == 0) {
+                    if (std::ferror(file_))
+                        throw RunTimeError("Input past end of file");
+                    return any;
+                }
+            }
+            any = true;
+            const char* start = buffer_ + pos_;
+            const void* lf = std::memchr(start, '\n', end_ - pos_);
+            if (!lf) {
+                line.append(start, end_ - pos_);
+                pos_ = end_;
+                continue;
+            }
+            const std::size_t n = static_cast<const char*>(lf) - start;
+            line.append(start, n);
+            pos_ += n + 1;
+            if (!line.empty() && line.back() == '\r')
+                line.pop_back();
+            return true;
+        }
+    }
+
+private:
+    std::FILE* file_;
+    char buffer_[1 << 16];
+    std::size_t pos_ = 0;
+    std::size_t end_ = 0;
+};
+
+} // namespace
+
+Translator::Translator(UserDialogs& dialogs, EventPump& events, PlaybackState& playback)
+    : dialogs_(dialogs), events_(events), playback_(playback)
+{
+}
+
+void Translator::SetDataFolder(std::string folder)
+{
+    if (!folder.empty() && folder.back() != '/')
+        folder.push_back('/');
+    dataFolder_ = std::move(folder);
+}
+
+bool Translator::FileExists(const std::string& path)
+{
+    File file(std::fopen(path.c_str(), "rb"));
+    return file != nullptr;
+}
+
+bool Translator::NormaliseFile(const std::string& sourcePath, const std::string& tempName)
+{
+    const std::string tempPath = dataFolder_ + tempName;
+    bool ok = false;
+    {
+        File source(std::fopen(sourcePath.c_str(), "rb"));
+        File temp(source ? std::fopen(tempPath.c_str(), "wb") : nullptr);
+        if (source && temp) {
+            std::unique_ptr<char[]> in(new char[1 << 16]);
+            std::unique_ptr<char[]> out(new char[2 << 16]);
+            ok = true;
+            for (;;) {
+                const std::size_t n = std::fread(in.get(), 1, 1 << 16, source.get());
+                std::size_t m = 0;
+                for (std::size_t i = 0; i < n; ++i) {
+                    const auto c = static_cast<unsigned char>(in[i]);
+                    if (c >= 32 && c <= 126) {
+                        out[m++] = static_cast<char>(c);
+                    } else if (c == '\n') {
+                        out[m++] = '\r';
+                        out[m++] = '\n';
+                    }
+                    // CR, tab and everything else are dropped.
+                }
+                if (m && std::fwrite(out.get(), 1, m, temp.get()) != m) {
+                    ok = false;
+                    break;
+                }
+                if (n < (1u << 16)) {
+                    ok = !std::ferror(source.get());
+                    break;
+                }
+            }
+            if (std::fflush(temp.get()) != 0)
+                ok = false;
+        }
+    }
+    if (!ok) {
+        // A stale copy of the previous program must not be translated in its place.
+        std::remove(tempPath.c_str());
+        dialogs_.Message("Problem with input file.", "Corvane Backplot File error. ", MsgIcon::Critical,
+                         MsgButtons::Ok);
+    }
+    return ok;
+}
+
+void Translator::ResetForNewProgram()
+{
+    state_.FirstBlockLine = 0;
+    dxf_.Clear();
+    state_.ToolChanges.clear();
+    state_.ToolChangeCount = 0;
+}
+
+bool Translator::ReportLineError()
+{
+    return dialogs_.Message("An error was encountered while generating file at line " +
+                                                   std::to_string(state_.LineCount) + CrLf + CrLf +
+                                                   state_.LineBuffer,
+                                               "Corvane Backplot", MsgIcon::Exclamation,
+                                               MsgButtons::OkCancel) == MsgAnswer::Ok;
+}
+
+void Translator::TranslateProgram()
+{
+    TranslationState& s = state_;
+
+    // 1-5. Reset the driver's counters, the record buffer and the positions.
+    s.CommentCharCount = 4;
+    s.LineBuffer.assign(60, ' ');
+    s.LineCount = 0;
+    s.RecordLength = 128;
+    record_.Clear(0);
+    s.CurX = s.CurY = s.CurZ = 1e-14;
+    s.LastX = s.LastY = s.LastZ = 0;
+    s.ArcRadius = s.ArcStartAngle = s.ArcEndAngle = 0;
+    s.Absolute = true;
+    s.MoveMode = 0;
+    s.AbortTranslation = false;
+
+    // 6. A fresh record file; the numbering restarts only when an old one was there.
+    const std::string recordPath = RecordFilePath();
+    if (FileExists(recordPath)) {
+        std::remove(recordPath.c_str());
+        s.RecordCount = 0;
+    }
+
+    // 7. Open both files. Without them nothing can go on, whatever the answer.
+    File temp;
+    try {
+        writer_.Open(recordPath);
+        temp.reset(std::fopen(TempFilePath().c_str(), "rb"));
+        if (!temp)
+            throw RunTimeError("Cannot open " + TempFilePath());
+    } catch (const RunTimeError&) {
+        ReportLineError();
+        writer_.Close();
+        return;
+    }
+
+    // 8. One block per line until the end, "M30", an abort or a Cancel.
+    LineReader reader(temp.get());
+    using Clock = std::chrono::steady_clock;
+    auto lastPump = Clock::now();
+    unsigned sincePump = 0;
+    for (;;) {
+        // Letting events run costs more than a line; a few milliseconds apart is enough.
+        if (++sincePump >= 64) {
+            sincePump = 0;
+            const auto now = Clock::now();
+            if (now - lastPump >= std::chrono::milliseconds(5)) {
+                events_.ProcessEvents();
+                lastPump = now;
+            }
+        }
+        try {
+            if (!reader.Next(s.LineBuffer))
+                break;
+            if (!IsBlank(s.LineBuffer))
+                CheckedIncrement(s.LineCount);
+            StripComment(s.LineBuffer);
+            if (IsBlank(s.LineBuffer))
+                continue;
+            if (s.FirstBlockLine == 0)
+                s.FirstBlockLine = s.LineCount;
+            s.CurrentBlock = s.LineBuffer;
+            InterpretBlock(s.LineBuffer);
+            if (s.AbortTranslation) {
+                s.AbortTranslation = false;
+                break;
+            }
+            if (s.LineBuffer.find("M30") != std::string::npos) {
+                playback_.StepMode = false;
+                break;
+            }
+        } catch (const RunTimeError&) {
+            if (!ReportLineError())
+                break; // Cancel: draw what was written so far
+        }
+    }
+    writer_.Close();
+}
+
+void Translator::InterpretBlock(std::string_view blockText)
+{
+    TranslationState& s = state_;
+    // 1-2. Per-block flags and a record buffer marked as not yet written.
+    s.HaveArcData = false;
+    s.Helical = false;
+    record_.Clear(EntityRecord::NoMove);
+
+    // 3. Lathe: the plot's horizontal axis carries Z, the vertical X; a Y word means the
+    //    program was written for a mill.
+    if (!s.Mill) {
+        if (blockText.find('Y') != std::string_view::npos) {
+            dialogs_.SetPointer(MousePointer::Default);
+            dialogs_.Message(MillingFileWarning, "Backplot Error", MsgIcon::Exclamation, MsgButtons::Ok);
+            s.AbortTranslation = true;
+            return;
+        }
+        latheBlock_.assign(blockText);
+        ReplaceFirst(latheBlock_, 'X', 'Y');
+        ReplaceFirst(latheBlock_, 'Z', 'X');
+        ReplaceFirst(latheBlock_, 'I', 'J');
+        ReplaceFirst(latheBlock_, 'K', 'I');
+        blockText = latheBlock_;
+    }
+    scanner_.SetBlock(blockText);
+    const BlockScanner& b = scanner_;
+
+    // 4. Distance mode; G91 wins when both stand in one block.
+    if (b.GWordPos("G90", ""))
+        s.Absolute = true;
+    if (b.GWordPos("G91", ""))
+        s.Absolute = false;
+
+    // 5. Motion mode: linear over clockwise over counter-clockwise, each over rapid.
+    if (b.Contains('G')) {
+        if (b.GWordPos("G00", "G0"))
+            s.MoveMode = 0;
+        if (b.GWordPos("G01", "G1"))
+            s.MoveMode = 1;
+        else if (b.GWordPos("G02", "G2"))
+            s.MoveMode = 2;
+        else if (b.GWordPos("G03", "G3"))
+            s.MoveMode = 3;
+    }
+    const bool arcMode = s.MoveMode == 2 || s.MoveMode == 3;
+
+    // 6-8. Target point.
+    if (b.Contains('X')) {
+        s.CurX = b.ScanValue('X');
+        if (!s.Absolute)
+            s.CurX += s.LastX;
+    }
+    if (b.Contains('Y')) {
+        s.CurY = b.ScanValue('Y');
+        if (!s.Absolute)
+            s.CurY += s.LastY;
+        if (!s.Mill)
+            s.CurY /= 2; // lathe X words are diameters
+    }
+    if (b.Contains('Z')) {
+        s.CurZ = b.ScanValue('Z');
+        if (!s.Absolute)
+            s.CurZ += s.LastZ;
+        if (s.Mill && arcMode)
+            s.Helical = true;
+    }
+
+    // 9-10. Arc words.
+    if (b.Contains('I')) {
+        s.HaveArcData = true;
+        s.ValI = b.ScanValue('I');
+    }
+    if (b.Contains('J')) {
+        s.HaveArcData = true;
+        s.ValJ = b.ScanValue('J');
+    }
+    if (b.Contains('R')) {
+        if (arcMode) {
+            s.ValR = b.ScanValue('R');
+            s.HaveArcData = true;
+        } else {
+            s.ValROther = b.ScanValue('R');
+        }
+    }
+
+    // 11. Words kept but not drawn.
+    if (b.Contains('S'))
+        s.Spindle = b.ScanLong('S');
+    if (b.Contains('F'))
+        s.Feed = b.ScanValue('F');
+    if (b.Contains('B'))
+        s.ValB = ToSingle(b.ScanValue('B'));
+
+    // 12. Tool change.
+    if (b.Contains('T'))
+        ChangeTool();
+
+    // 13-14.
+    if (b.Contains('N'))
+        s.SeqNum = b.ScanLong('N');
+    if (b.Contains('P'))
+        s.ValP = b.ScanLong('P');
+    if (b.Contains('L'))
+        s.ValL = b.ScanLong('L');
+    if (b.Contains('K')) {
+        s.HaveArcData = true;
+        s.ValK = b.ScanValue('K');
+    }
+
+    // 15-19. At most one record for the block.
+    record_.SetKindName("");
+    switch (s.MoveMode) {
+    case 0:
+        // Every block in rapid mode writes one, even a block that moves nothing.
+        WriteEntity(s.MoveMode);
+        break;
+    case 1:
+        if (s.CurX != s.LastX || s.CurY != s.LastY || s.CurZ != s.LastZ) {
+            record_.SetKindName("LINE");
+            WriteEntity(s.MoveMode);
+        }
+        break;
+    case 2:
+    case 3:
+        if (s.HaveArcData)
+            InterpretArc(s.MoveMode == 2);
+        break;
+    default:
+        break;
+    }
+
+    // 20. End of block.
+    s.ValL = 0;
+    s.LastX = s.CurX;
+    s.LastY = s.CurY;
+    s.LastZ = s.CurZ;
+    s.ValI = s.ValJ = s.ValK = 0;
+}
+
+void Translator::ChangeTool()
+{
+    TranslationState& s = state_;
+    s.ToolNumber = RoundToInt16(scanner_.ScanLong('T'));
+    const auto index = static_cast<std::size_t>(s.ToolChangeCount);
+    if (s.ToolChanges.size() < index + 1)
+        s.ToolChanges.resize(index + 1);
+    s.ToolChanges[index] = {s.ToolNumber, s.LineCount};
+    // The table has room for ten tool changes; the eleventh fails here, and so does
+    // every one after it, since the count stays at ten.
+    if (s.ToolChangeCount >= ToolColorTable::Size)
+        throw RunTimeError("Subscript out of range");
+    ToolColor& entry = toolColors_[s.ToolChangeCount];
+    entry.ToolNumber = s.ToolNumber;
+    if (s.ToolChangeCount < static_cast<std::int16_t>(std::size(ToolChangeColors))) {
+        entry.ColorIndex = ToolChangeColors[s.ToolChangeCount].Index;
+        entry.Color = ToolChangeColors[s.ToolChangeCount].Color;
+    } else {
+        entry.ColorIndex = 0;
+    }
+    CheckedIncrement(s.ToolChangeCount);
+}
+
+void Translator::InterpretArc(bool clockwise)
+{
+    TranslationState& s = state_;
+    ArcGeometry(s, scanner_.Contains('R'));
+    const double sa = s.ArcStartAngle;
+    const double ea = s.ArcEndAngle;
+    const double turn = std::fabs(sa - ea) / 360;
+
+    // In a helical move K is the lead per full turn, shared out by the swept angle;
+    // elsewhere a K word is added to Z whole.
+    double advance = s.ValK;
+    if (clockwise) {
+        if (sa <= ea || !s.Helical) {
+            if (sa < ea && s.Helical)
+                advance = (1 - turn) * s.ValK;
+        } else {
+            advance = turn * s.ValK;
+        }
+    } else {
+        if (sa >= ea || !s.Helical) {
+            if (sa > ea && s.Helical)
+                advance = (1 - turn) * s.ValK;
+        } else {
+            advance = turn * s.ValK;
+        }
+    }
+    s.CurZ += advance;
+
+    if (sa == ea)
+        record_.SetKindName("CIRCLE");
+    else
+        record_.SetKindName(clockwise ? "ARC" : "ARC1");
+    WriteEntity(s.MoveMode);
+}
+
+void Translator::WriteEntity(std::int16_t moveType)
+{
+    const TranslationState& s = state_;
+    if (!s.CollectDxf) {
+        record_.StartX = ToSingle(s.LastX);
+        record_.StartY = ToSingle(-s.LastY);
+        record_.StartZ = ToSingle(s.LastZ);
+        record_.EndX = ToSingle(s.CurX);
+        record_.EndY = ToSingle(-s.CurY);
+        record_.EndZ = ToSingle(s.CurZ);
+        record_.CenterX = ToSingle(s.ArcCenterX);
+        record_.CenterY = ToSingle(-s.ArcCenterY);
+        record_.StartAngle = ToSingle(s.ArcStartAngle);
+        record_.EndAngle = ToSingle(s.ArcEndAngle);
+        record_.Radius = ToSingle(s.ArcRadius);
+        record_.SetBlockText(s.CurrentBlock);
+        record_.ToolNum = s.ToolNumber;
+        record_.MoveType = moveType;
+        CheckedIncrement(state_.RecordCount);
+        writer_.Write(state_.RecordCount, record_);
+        return;
+    }
+
+    const std::string_view kind = record_.Kind();
+    if (kind == "LINE") {
+        dxf_.Lines.push_back({ToSingle(s.LastX), ToSingle(s.LastY), ToSingle(s.CurX), ToSingle(s.CurY), LayerName});
+    } else if (kind == "CIRCLE") {
+        dxf_.Circles.push_back({ToSingle(s.ArcCenterX), ToSingle(s.ArcCenterY), ToSingle(s.ArcRadius), LayerName});
+    } else if (kind == "ARC") {
+        // A clockwise arc is stored as the counter-clockwise arc between the same ends.
+        dxf_.Arcs.push_back({ToSingle(s.ArcCenterX), ToSingle(s.ArcCenterY), ToSingle(s.ArcEndAngle),
+                             ToSingle(s.ArcStartAngle), ToSingle(s.ArcRadius), LayerName});
+    } else if (kind == "ARC1") {
+        dxf_.Arcs.push_back({ToSingle(s.ArcCenterX), ToSingle(s.ArcCenterY), ToSingle(s.ArcStartAngle),
+                             ToSingle(s.ArcEndAngle), ToSingle(s.ArcRadius), LayerName});
+    }
+}
+
+} // namespace backplot
