@@ -4,11 +4,14 @@
 #include "DataFolder.h"
 #include "GuiDialogs.h"
 #include "Icons.h"
+#include "NumberFormat.h"
+#include "RunTimeError.h"
 #include "frmAbout.h"
 
 #include <QAction>
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -86,6 +89,13 @@ frmBackplot::frmBackplot(UserDialogs* dialogs, QWidget* parent) : QMainWindow(pa
         dialogs_ = ownDialogs_.get();
     }
     translator_ = std::make_unique<Translator>(*dialogs_, events_, playback_);
+    plotter_ = std::make_unique<Plotter>(settings_, translator_->ToolColors(), translator_->State(), playback_,
+                                         translator_->Record(), *dialogs_, events_,
+                                         [this] { return translator_->RecordFilePath(); });
+    plotter_->SetPassEndedHook([this](bool) {
+        mnuSlowMotion_->setChecked(false);
+        mnuStep_->setChecked(false);
+    });
 
     picCanvas_ = new CanvasWidget(this);
     picCanvas_->setObjectName(QStringLiteral("picCanvas"));
@@ -513,16 +523,183 @@ void frmBackplot::mnuAbout_Click()
         mnuRedraw_Click();
 }
 
+// ---- Opening a program ----
+
+DrawSurface& frmBackplot::picSurface() { return picCanvas_->Surface(); }
+
+void frmBackplot::ShowOpenDialog()
+{
+    // The filter holds the one pattern of the "File Ext" setting.
+    const std::string& ext = settings_.FileExt;
+    const std::optional<std::string> chosen =
+        dialogs_->OpenFileName("Open File", settings_.WorkDir, ext + " ", " " + ext);
+    TranslationState& state = translator_->State();
+    if (chosen) {
+        dialogFileName_ = QString::fromStdString(*chosen);
+        dialogFileTitle_ = QFileInfo(dialogFileName_).fileName();
+        fileName_ = *chosen;
+        state.AbortTranslation = false;
+    } else {
+        state.AbortTranslation = true;
+    }
+    events_.ProcessEvents();
+}
+
+void frmBackplot::OpenFile()
+{
+    Translator& t = *translator_;
+    TranslationState& state = t.State();
+    struct ClearReopen {
+        bool& flag;
+        ~ClearReopen() { flag = false; }
+    } clearReopen{reopenFlag_};
+
+    try {
+        // 1-3. Choose the file; a cancelled dialog only redraws what is there.
+        state.AbortTranslation = false;
+        if (!reopenFlag_) {
+            lblComment_->clear();
+            fileName_.clear();
+            ShowOpenDialog();
+        }
+        if (fileName_.empty()) {
+            mnuRedraw_Click();
+            return;
+        }
+
+        // 4. An empty file leaves everything as it was.
+        const QFileInfo info(QString::fromStdString(fileName_));
+        if (!info.isFile())
+            throw RunTimeError("File not found");
+        if (info.size() == 0) {
+            dialogs_->Message(fileName_ + " is an empty file", MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
+            return;
+        }
+
+        // 5. Per-program state.
+        t.ResetForNewProgram();
+
+        // 7. Status and a clean canvas.
+        picStat1_->show();
+        picStat2_->show();
+        lblComment_->setText(QStringLiteral(" Opening file ") + QString::fromStdString(fileName_));
+        dialogs_->SetPointer(MousePointer::Hourglass);
+        picCanvas_->ClearPicture();
+
+        // 8-10. Normalise and translate.
+        events_.ProcessEvents();
+        t.NormaliseFile(fileName_, TempFileName);
+        events_.ProcessEvents();
+        const EntityRecord& at = t.Record();
+        lblCode_->setText(QStringLiteral(" Translating file."));
+        lblXPos_->setText(QStringLiteral(" X ") + QString::fromStdString(FormatMask5(at.EndX)));
+        lblYPos_->setText(QStringLiteral(" Y ") + QString::fromStdString(FormatMask5(-at.EndY)));
+        t.TranslateProgram();
+
+        // 11. Extents, fitted with a margin: the same view as Zoom Extents.
+        DrawSurface& canvas = picSurface();
+        plotter_->ComputeExtents(canvas);
+        plotter_->SetCoords(canvas);
+        plotter_->View.SaveView();
+        plotter_->View.ZoomOut();
+        plotter_->SetCoords(canvas);
+
+        // 12-13. Draw every record.
+        lblCode_->setText(QStringLiteral(" Drawing file."));
+        events_.ProcessEvents();
+        plotter_->GetRecords(canvas);
+
+        // 14-15. A program is loaded.
+        programLoaded_ = true;
+        mnuDetails_->setEnabled(false);
+        lblCode_->setText(QStringLiteral(" ") + dialogFileTitle_);
+        SetControls(true);
+        if (!reopenFlag_) {
+            recentFiles_.AddRecentFile(fileName_);
+            RefreshRecentMenu();
+        }
+    } catch (const std::exception&) {
+        dialogs_->Message("An error as occurred while prossessing the file ", MessageTitle, MsgIcon::Critical,
+                          MsgButtons::Ok);
+        SetControls(programLoaded_);
+    }
+    dialogs_->SetPointer(MousePointer::Default);
+}
+
+void frmBackplot::mnuFileOpen_Click()
+{
+    if (fileOperation_)
+        return;
+    fileOperation_ = true;
+    OpenFile();
+    fileOperation_ = false;
+    if (!translator_->State().AbortTranslation) {
+        plotter_->PlotLast = 1; // stepping starts again from the first record
+        SetMenus(true);
+    }
+    translator_->State().AbortTranslation = false;
+}
+
+void frmBackplot::mnuRecentFile_Click(int index)
+{
+    if (fileOperation_)
+        return;
+    try {
+        fileOperation_ = true;
+        reopenFlag_ = true;
+        fileName_ = mnuRecentFile_[static_cast<std::size_t>(index)]->data().toString().toStdString();
+        OpenFile();
+        fileOperation_ = false;
+        lblCode_->setText(QStringLiteral("  ") + QString::fromStdString(fileName_));
+        events_.ProcessEvents();
+        SetMenus(true);
+    } catch (const std::exception&) {
+        fileOperation_ = false;
+        dialogs_->Message("Error loading file.", "Corvane BackPlot", MsgIcon::Critical, MsgButtons::Ok);
+    }
+}
+
+// ---- Drawing commands ----
+
+void frmBackplot::mnuRedraw_Click()
+{
+    if (fileOperation_)
+        return;
+    mnuClear_Click();
+    DrawSurface& canvas = picSurface();
+    try {
+        plotter_->SetCoords(canvas);
+    } catch (const RunTimeError&) {
+        // A view that cannot be fitted keeps the scale it had; the plot still runs.
+    }
+    plotter_->GetRecords(canvas);
+}
+
+void frmBackplot::tbRapid_Click()
+{
+    settings_.ShowRapid = !settings_.ShowRapid;
+    mnuRedraw_Click();
+}
+
+void frmBackplot::tbAxis_Click()
+{
+    settings_.ShowAxis = !settings_.ShowAxis;
+    mnuRedraw_Click();
+}
+
+void frmBackplot::tbToolColors_Click()
+{
+    settings_.ToolColor = !settings_.ToolColor;
+    mnuRedraw_Click();
+}
+
 // ---- Commands whose work is not wired in yet ----
 
-void frmBackplot::mnuFileOpen_Click() {}
-void frmBackplot::mnuRecentFile_Click([[maybe_unused]] int index) {}
 void frmBackplot::mnuWinbmp_Click() {}
 void frmBackplot::mnuDxfFile_Click() {}
 void frmBackplot::mnuPrintPreview_Click() {}
 void frmBackplot::mnuPrint_Click() {}
 void frmBackplot::mnuPrinter_Click() {}
-void frmBackplot::mnuRedraw_Click() {}
 void frmBackplot::mnuZExtents_Click() {}
 void frmBackplot::mnuZPrev_Click() {}
 void frmBackplot::mnuZWindow_Click() {}
@@ -544,8 +721,5 @@ void frmBackplot::mnuPref_Click() {}
 void frmBackplot::mnuHelpFile_Click() {}
 void frmBackplot::tbPause_Click() {}
 void frmBackplot::tbStop_Click() {}
-void frmBackplot::tbRapid_Click() {}
-void frmBackplot::tbAxis_Click() {}
-void frmBackplot::tbToolColors_Click() {}
 
 } // namespace backplot

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "PlaybackState.h"
+#include "Plotter.h"
 #include "RecentFiles.h"
 #include "Settings.h"
 #include "SettingsStore.h"
@@ -56,6 +57,24 @@ public:
     // The working files' folder, ending in "/".
     const QString& dataFolder() const { return dataFolder_; }
 
+    Plotter& plotter() { return *plotter_; }
+
+    // The program being shown (full path), and what the open dialog returned last.
+    const std::string& FileName() const { return fileName_; }
+    const QString& DialogFileTitle() const { return dialogFileTitle_; }
+
+    // Takes a program from the open dialog (or, with the reopen flag set, from
+    // FileName) to its picture: normalise, translate, extents, plot, status texts,
+    // controls and the recent-files list.
+    void OpenFile();
+    // The open dialog; sets FileName when a file was chosen.
+    void ShowOpenDialog();
+    // The "&Redraw" command.
+    void ReDraw() { mnuRedraw_Click(); }
+    void SetCoords() { plotter_->SetCoords(picSurface()); }
+    void GetRecords() { plotter_->GetRecords(picSurface()); }
+    void DrawAxis() { plotter_->DrawAxis(picSurface()); }
+
     // A program has been drawn; About and the dialogs redraw only then.
     bool programLoaded() const { return programLoaded_; }
     void setProgramLoaded(bool loaded) { programLoaded_ = loaded; }
@@ -94,6 +113,7 @@ private:
     QMenu* subMenu(QMenu* parent, const char* name, const QString& caption);
     QAction* separator(QMenu* menu, const char* name);
     QLabel* statusLabel(const char* name, QWidget* parent);
+    DrawSurface& picSurface();
     // Calls `handler` with the check mark as it was before the menu flipped it.
     void connectChecked(QAction* action, void (frmBackplot::*handler)());
 
@@ -146,6 +166,12 @@ private:
     Settings settings_;
     PlaybackState playback_;
     std::unique_ptr<Translator> translator_;
+    std::unique_ptr<Plotter> plotter_;
+    std::string fileName_;
+    QString dialogFileName_;
+    QString dialogFileTitle_;
+    bool reopenFlag_ = false;     // OpenFile runs for the recent-files list: no dialog, no list update
+    bool fileOperation_ = false;  // an open is in progress: Redraw waits, a second open is refused
     SettingsStore settingsStore_;
     RecentFiles recentFiles_;
     QString dataFolder_;

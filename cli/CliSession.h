@@ -50,5 +50,7 @@ private:
 
 int RunTranslate(CliSession& session);
 int RunRecords(CliSession& session);
+int RunExtents(CliSession& session);
+int RunRender(CliSession& session);
 
 } // namespace backplot

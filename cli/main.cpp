@@ -21,10 +21,10 @@ int main(int argc, char** argv)
         status = RunTranslate(session);
     else if (options->Command == "records")
         status = RunRecords(session);
-    else {
-        std::cerr << "backplot-cli: " << options->Command << " is not available yet\n";
-        status = 2;
-    }
+    else if (options->Command == "extents")
+        status = RunExtents(session);
+    else
+        status = RunRender(session);
     std::cout.flush();
     return status;
 }

@@ -1,4 +1,6 @@
 # Runs one golden case of backplot-cli and compares stdout, stderr and the exit status.
+# @DIR@ and @WORK@ are literal stand-ins, not @VAR@ references.
+cmake_minimum_required(VERSION 3.25)
 file(REMOVE_RECURSE ${WORK})
 file(MAKE_DIRECTORY ${WORK})
 file(STRINGS ${CASE}/args lines)
@@ -11,6 +13,11 @@ endforeach()
 execute_process(COMMAND ${CLI} ${args}
   WORKING_DIRECTORY ${WORK}
   OUTPUT_VARIABLE out ERROR_VARIABLE err RESULT_VARIABLE status)
+# Paths in the output stand for themselves as they do in args.
+foreach(part out err)
+  string(REPLACE "${CASE}" "@DIR@" ${part} "${${part}}")
+  string(REPLACE "${WORK}" "@WORK@" ${part} "${${part}}")
+endforeach()
 set(failed FALSE)
 foreach(part stdout stderr status)
   if(EXISTS ${CASE}/expect/${part})

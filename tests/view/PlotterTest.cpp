@@ -1,0 +1,397 @@
+#include "ExtentsPass.h"
+#include "Plotter.h"
+#include "RecordFile.h"
+#include "RecordingSurface.h"
+#include "TestPaths.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace backplot {
+namespace {
+
+using Kind = RecordingSurface::Kind;
+
+class ScriptedDialogs : public UserDialogs {
+public:
+    std::vector<MousePointer> pointers;
+
+    MsgAnswer Message(const std::string& text, const std::string&, MsgIcon, MsgButtons) override
+    {
+        ADD_FAILURE() << "unexpected message: " << text;
+        return MsgAnswer::Ok;
+    }
+    std::optional<std::string> OpenFileName(const std::string&, const std::string&,
+                                            const std::string&, const std::string&) override
+    {
+        return std::nullopt;
+    }
+    void SetPointer(MousePointer pointer) override { pointers.push_back(pointer); }
+};
+
+class ScriptedEvents : public EventPump {
+public:
+    int calls = 0;
+    std::function<void(int call)> onCall;
+    void ProcessEvents() override
+    {
+        ++calls;
+        if (onCall)
+            onCall(calls);
+    }
+};
+
+EntityRecord Cut(float x1, float y1, float x2, float y2, std::int32_t tool = 0)
+{
+    EntityRecord r;
+    r.MoveType = 1;
+    r.StartX = x1;
+    r.StartY = y1;
+    r.EndX = x2;
+    r.EndY = y2;
+    r.ToolNum = tool;
+    return r;
+}
+
+EntityRecord Arc(std::int16_t type, float cx, float cy, float radius, float startDeg, float endDeg,
+                 float endX, float endY)
+{
+    EntityRecord r;
+    r.MoveType = type;
+    r.CenterX = cx;
+    r.CenterY = cy;
+    r.Radius = radius;
+    r.StartAngle = startDeg;
+    r.EndAngle = endDeg;
+    r.EndX = endX;
+    r.EndY = endY;
+    return r;
+}
+
+struct Rig {
+    test::ScratchDir dir;
+    std::string path = dir.Folder() + "TKZGraph.Dll";
+    Settings settings;
+    ToolColorTable toolColors;
+    TranslationState translation;
+    PlaybackState playback;
+    EntityRecord record;
+    ScriptedDialogs dialogs;
+    ScriptedEvents events;
+    Plotter plotter{settings, toolColors, translation, playback, record,
+                    dialogs,  events,     [this] { return path; }};
+    RecordingSurface canvas{400, 200};
+
+    void Write(const std::vector<EntityRecord>& records)
+    {
+        RecordFileWriter writer;
+        writer.Open(path);
+        for (std::size_t i = 0; i < records.size(); ++i)
+            writer.Write(static_cast<std::int32_t>(i + 1), records[i]);
+    }
+
+    // Start X of every straight cut drawn (its first half-line), in drawing order.
+    std::vector<double> CutsDrawn() const
+    {
+        std::vector<double> starts;
+        const auto& log = canvas.Primitives();
+        for (std::size_t i = 0; i + 2 < log.size(); ++i)
+            if (log[i].Type == Kind::Line && log[i + 1].Type == Kind::Line && log[i + 2].Type == Kind::PSet) {
+                starts.push_back(log[i].X1);
+                i += 2;
+            }
+        return starts;
+    }
+    int Count(Kind kind) const
+    {
+        int n = 0;
+        for (const auto& p : canvas.Primitives())
+            n += p.Type == kind;
+        return n;
+    }
+};
+
+std::vector<EntityRecord> NumberedCuts(int count)
+{
+    std::vector<EntityRecord> records;
+    for (int i = 1; i <= count; ++i)
+        records.push_back(Cut(static_cast<float>(i), 0, static_cast<float>(i), -1));
+    return records;
+}
+
+TEST(Plotter, ExtentsOfAQuarterArcAreItsWholeCircle)
+{
+    Rig rig;
+    // Machine (1,0) to (0,1) counter-clockwise about the origin: stored Y negated.
+    rig.Write({Arc(3, 0, -0.0f, 1, 0, 90, 0, -1)});
+    rig.plotter.CurTool = 5;
+
+    rig.plotter.ComputeExtents(rig.canvas);
+
+    const ViewTransform& v = rig.plotter.View;
+    EXPECT_EQ(rig.plotter.RecordTotal, 1);
+    EXPECT_EQ(rig.plotter.PlotLast, 1);
+    EXPECT_EQ(rig.plotter.CurTool, 0);
+    EXPECT_EQ((std::vector<float>{v.MinX, v.MinY, v.MaxX, v.MaxY}), (std::vector<float>{-1, -1, 1, 1}));
+    // 2 x 2 on 400 x 200, fitted by width: visible height 1 centred on 0.
+    EXPECT_EQ((std::vector<float>{v.ViewX1, v.ViewY1, v.ViewX2, v.ViewY2}),
+              (std::vector<float>{-1, -0.5f, 1, 0.5f}));
+    EXPECT_EQ(v.FitSpan, 1);
+    EXPECT_EQ(rig.canvas.ScaleLeft(), -1);
+    EXPECT_EQ(rig.canvas.ScaleTop(), -0.5f);
+    EXPECT_EQ(v.TwoPixelSpan, 0.01f);
+    // The record buffer is the shared one: it holds the last record read.
+    EXPECT_EQ(rig.record.MoveType, 3);
+    EXPECT_EQ(rig.dialogs.pointers, (std::vector<MousePointer>{MousePointer::Hourglass, MousePointer::Default}));
+}
+
+TEST(Plotter, ExtentsPassReadsUpToTheLastWholeRecord)
+{
+    struct Case {
+        const char* name;
+        std::uintmax_t length;
+        std::int16_t total;
+        std::vector<float> box; // MinX, MinY, MaxX, MaxY
+    };
+    // Ends at (1,-1), (2,-2), (3,-3), then a circle of radius 5 about (10,10).
+    const Case cases[] = {
+        {"AllFour", 4 * 128, 4, {1, -3, 15, 15}},
+        {"HalfOfTheFourthRoundsToEven", 3 * 128 + 64, 4, {1, -3, 3, -1}},
+        {"HalfOfTheThirdRoundsToEven", 2 * 128 + 64, 2, {1, -2, 2, -1}},
+        {"JustOverHalfRoundsUp", 2 * 128 + 65, 3, {1, -2, 2, -1}},
+        {"OnlyPartOfTheFirst", 100, 1, {0, 0, 0, 0}},
+        {"LessThanHalfOfTheFirst", 50, 0, {0, 0, 0, 0}},
+        {"Empty", 0, 0, {0, 0, 0, 0}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Rig rig;
+        rig.Write({Cut(0, 0, 1, -1), Cut(1, -1, 2, -2), Cut(2, -2, 3, -3), Arc(2, 10, 10, 5, 0, 0, 3, -3)});
+        std::filesystem::resize_file(rig.path, c.length);
+
+        const Extents box = ExtentsPass(rig.path, rig.record);
+        EXPECT_EQ(box.RecordTotal, c.total);
+        EXPECT_EQ((std::vector<float>{box.MinX, box.MinY, box.MaxX, box.MaxY}), c.box);
+    }
+
+    Rig missing;
+    const Extents none = ExtentsPass(missing.dir.Folder() + "nothing.dll", missing.record);
+    EXPECT_EQ(none.RecordTotal, 0);
+    EXPECT_EQ((std::vector<float>{none.MinX, none.MinY, none.MaxX, none.MaxY}), (std::vector<float>{0, 0, 0, 0}));
+}
+
+TEST(Plotter, TruncatedFileDrawsItsWholeRecordsAndStops)
+{
+    Rig rig;
+    rig.Write(NumberedCuts(4));
+    std::filesystem::resize_file(rig.path, 3 * 128 + 64);
+    rig.plotter.ComputeExtents(rig.canvas);
+    ASSERT_EQ(rig.plotter.PlotLast, 4);
+    rig.playback.StepMode = true;
+    rig.canvas.ForgetPrimitives();
+
+    rig.plotter.GetRecords(rig.canvas);
+
+    EXPECT_EQ(rig.CutsDrawn(), (std::vector<double>{1, 2, 3}));
+    EXPECT_EQ(rig.canvas.Primitives().size(), 1u + 3 * 3); // clear + three cuts, no axis
+    EXPECT_TRUE(rig.playback.StepMode);                     // the pass ended early: no resets
+    EXPECT_EQ(rig.dialogs.pointers.back(), MousePointer::Default);
+}
+
+TEST(Plotter, FullPassClearsDrawsAxisAndEndsPlayback)
+{
+    Rig rig;
+    rig.Write({Cut(0, 0, 4, -2, 7), Cut(4, -2, 4, 0, 7)});
+    rig.plotter.ComputeExtents(rig.canvas);
+    rig.dialogs.pointers.clear();
+    rig.canvas.ForgetPrimitives();
+    rig.playback.StepMode = true;
+    rig.playback.SourceLine = 9;
+    std::optional<bool> ended;
+    rig.plotter.SetPassEndedHook([&](bool slow) { ended = slow; });
+
+    rig.plotter.GetRecords(rig.canvas);
+
+    const auto& log = rig.canvas.Primitives();
+    ASSERT_EQ(log.size(), 1u + 2 * 3 + 2);
+    EXPECT_EQ(log[0].Type, Kind::Clear);
+    EXPECT_EQ(rig.CutsDrawn(), (std::vector<double>{0, 4}));
+    EXPECT_EQ(log[7].Style, DrawStyle::Dash); // the axis in "Axis Line" 1
+    EXPECT_EQ(log[7].X1, 0);
+    EXPECT_EQ(log[8].Y1, 0);
+    EXPECT_EQ(rig.canvas.GetDrawStyle(), DrawStyle::Solid);
+
+    EXPECT_EQ(rig.plotter.PlotIndex, 2);
+    EXPECT_EQ(rig.plotter.CurTool, 0);
+    EXPECT_FALSE(rig.playback.StepMode);
+    EXPECT_EQ(rig.playback.SlowResume, 1);
+    EXPECT_EQ(rig.playback.SourceLine, 1);
+    EXPECT_EQ(ended, std::optional<bool>(false));
+    // The buffer keeps the last record, its start and end wiped.
+    EXPECT_EQ(rig.record.ToolNum, 7);
+    EXPECT_EQ((std::vector<float>{rig.record.StartX, rig.record.StartY, rig.record.EndX, rig.record.EndY}),
+              (std::vector<float>{0, 0, 0, 0}));
+    EXPECT_EQ(rig.dialogs.pointers, (std::vector<MousePointer>{MousePointer::Hourglass, MousePointer::Default}));
+    EXPECT_EQ(rig.events.calls, 0);
+}
+
+TEST(Plotter, SteppingPassDrawsUpToPlotLastAndKeepsPlaying)
+{
+    Rig rig;
+    rig.Write(NumberedCuts(5));
+    rig.plotter.ComputeExtents(rig.canvas);
+    rig.plotter.PlotLast = 3;
+    rig.playback.StepMode = true;
+    bool ended = false;
+    rig.plotter.SetPassEndedHook([&](bool) { ended = true; });
+    rig.canvas.ForgetPrimitives();
+
+    rig.plotter.GetRecords(rig.canvas);
+
+    EXPECT_EQ(rig.CutsDrawn(), (std::vector<double>{1, 2, 3}));
+    EXPECT_EQ(rig.Count(Kind::Line), 3 * 2 + 2); // the axis is drawn all the same
+    EXPECT_TRUE(rig.playback.StepMode);
+    EXPECT_FALSE(ended);
+    EXPECT_EQ(rig.plotter.PlotIndex, 3);
+    EXPECT_EQ(rig.record.EndX, 3); // the buffer keeps the stepped record whole
+}
+
+TEST(Plotter, ColourRuleCarriesTheColourOverForUnknownTools)
+{
+    Rig rig;
+    rig.settings.ToolColor = true;
+    rig.translation.ToolChangeCount = 2;
+    rig.toolColors[0] = {1, 0x0000FF, 12};
+    rig.toolColors[1] = {3, 0x00FF00, 10};
+    rig.toolColors[2] = {5, 0xFF00FF, 13}; // beyond ToolChangeCount: never looked at
+    rig.plotter.CurrentColor = 0x123456;   // left from an earlier pass
+    const std::int32_t tools[] = {9, 1, 5, 3, 7, 1};
+    std::vector<EntityRecord> records;
+    for (std::int32_t t : tools)
+        records.push_back(Cut(0, 0, 1, 1, t));
+    rig.Write(records);
+    rig.plotter.ComputeExtents(rig.canvas);
+    rig.canvas.ForgetPrimitives();
+
+    rig.plotter.GetRecords(rig.canvas);
+
+    std::vector<std::uint32_t> colours;
+    for (const auto& p : rig.canvas.Primitives())
+        if (p.Type == Kind::PSet)
+            colours.push_back(p.Color);
+    EXPECT_EQ(colours, (std::vector<std::uint32_t>{0x123456, 0x0000FF, 0x0000FF, 0x00FF00, 0x00FF00, 0x0000FF}));
+
+    // Tool colours off: the default colour, whatever the tool.
+    rig.settings.ToolColor = false;
+    rig.plotter.ChooseColor(3);
+    EXPECT_EQ(rig.plotter.CurrentColor, 0xFF0000u);
+    EXPECT_EQ(rig.plotter.CurTool, 3);
+
+    // The first matching entry wins; no more than ten entries are ever looked at.
+    rig.settings.ToolColor = true;
+    rig.translation.ToolChangeCount = 15;
+    rig.toolColors[2] = {3, 0xABCDEF, 0};
+    rig.plotter.ChooseColor(3);
+    EXPECT_EQ(rig.plotter.CurrentColor, 0x00FF00u);
+    EXPECT_NO_THROW(rig.plotter.ChooseColor(42));
+    EXPECT_EQ(rig.plotter.CurrentColor, 0x00FF00u);
+}
+
+TEST(Plotter, SlowMotionPausesAndResumesAtTheSameRecord)
+{
+    Rig rig;
+    rig.Write(NumberedCuts(45));
+    rig.plotter.ComputeExtents(rig.canvas);
+    int marks = 0;
+    rig.plotter.SetSlowMotionHook([&] { ++marks; });
+    std::optional<bool> ended;
+    rig.plotter.SetPassEndedHook([&](bool slow) { ended = slow; });
+    rig.playback.SlowMode = true;
+
+    // Running from the start; the P key arrives while record 3 is on its way.
+    rig.events.onCall = [&](int call) {
+        if (call == 3)
+            rig.playback.SlowPaused = true;
+    };
+    rig.canvas.ForgetPrimitives();
+    rig.dialogs.pointers.clear();
+    rig.plotter.GetRecords(rig.canvas);
+    EXPECT_EQ(rig.CutsDrawn(), (std::vector<double>{1, 2, 3}));
+    EXPECT_EQ(rig.Count(Kind::Clear), 0); // slow motion draws over the picture
+    EXPECT_EQ(rig.playback.SlowResume, 4);
+    EXPECT_EQ(marks, 3);
+    EXPECT_FALSE(ended.has_value());
+    EXPECT_EQ(rig.dialogs.pointers.front(), MousePointer::Default);
+
+    // A pass started while paused draws nothing and keeps the place.
+    rig.events.onCall = nullptr;
+    rig.canvas.ForgetPrimitives();
+    rig.plotter.GetRecords(rig.canvas);
+    EXPECT_TRUE(rig.canvas.Primitives().empty());
+    EXPECT_EQ(rig.playback.SlowResume, 4);
+    EXPECT_EQ(rig.plotter.PlotIndex, 4);
+
+    // Resumed from a pause at record 40: 40 to 45, then the axis and the end of playback.
+    rig.playback.SlowPaused = false;
+    rig.playback.SlowResume = 40;
+    rig.playback.SourceLine = 40;
+    rig.events.calls = 0;
+    marks = 0;
+    rig.plotter.GetRecords(rig.canvas);
+    EXPECT_EQ(rig.CutsDrawn(), (std::vector<double>{40, 41, 42, 43, 44, 45}));
+    EXPECT_EQ(rig.Count(Kind::Clear), 0);
+    EXPECT_EQ(rig.Count(Kind::Line), 6 * 2 + 2);
+    EXPECT_EQ(rig.events.calls, 6);
+    EXPECT_EQ(marks, 6);
+    EXPECT_FALSE(rig.playback.SlowMode);
+    EXPECT_FALSE(rig.playback.SlowPaused);
+    EXPECT_EQ(rig.playback.SlowResume, 1);
+    EXPECT_EQ(rig.playback.SourceLine, 1);
+    EXPECT_EQ(ended, std::optional<bool>(true));
+}
+
+TEST(Plotter, DrawAxisFollowsTheSettings)
+{
+    Rig rig;
+    rig.canvas.SetScale(0, -2.5f, 10, 5);
+    rig.settings.AxisColor = 0x00FF00;
+    rig.settings.AxisLine = 2;
+
+    rig.plotter.DrawAxis(rig.canvas);
+    const auto& log = rig.canvas.Primitives();
+    ASSERT_EQ(log.size(), 2u);
+    EXPECT_EQ((std::vector<double>{log[0].X1, log[0].Y1, log[0].X2, log[0].Y2}), (std::vector<double>{0, -2.5, 0, 2.5}));
+    EXPECT_EQ((std::vector<double>{log[1].X1, log[1].Y1, log[1].X2, log[1].Y2}), (std::vector<double>{0, 0, 10, 0}));
+    for (const auto& p : log) {
+        EXPECT_EQ(p.Style, DrawStyle::Dot);
+        EXPECT_EQ(p.Color, 0x00FF00u);
+    }
+    EXPECT_EQ(rig.canvas.ForeColor(), 0x00FF00u);
+    EXPECT_EQ(rig.canvas.GetDrawStyle(), DrawStyle::Solid);
+    EXPECT_EQ(rig.plotter.Axis().DrawStyle(), 0);
+
+    // A style the surface has not got: the lines come in the style already set.
+    rig.settings.AxisLine = 9;
+    rig.canvas.SetDrawStyle(DrawStyle::DashDot);
+    rig.canvas.ForgetPrimitives();
+    rig.plotter.DrawAxis(rig.canvas);
+    ASSERT_EQ(rig.canvas.Primitives().size(), 2u);
+    EXPECT_EQ(rig.canvas.Primitives()[0].Style, DrawStyle::DashDot);
+    EXPECT_EQ(rig.canvas.GetDrawStyle(), DrawStyle::Solid);
+
+    // Axis off: nothing drawn, the style still back to solid.
+    rig.settings.ShowAxis = false;
+    rig.canvas.SetDrawStyle(DrawStyle::Dash);
+    rig.canvas.ForgetPrimitives();
+    rig.plotter.DrawAxis(rig.canvas);
+    EXPECT_TRUE(rig.canvas.Primitives().empty());
+    EXPECT_EQ(rig.canvas.GetDrawStyle(), DrawStyle::Solid);
+}
+
+} // namespace
+} // namespace backplot
