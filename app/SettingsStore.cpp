@@ -1,5 +1,6 @@
 #include "SettingsStore.h"
 
+#include "NumberFormat.h"
 #include "NumberText.h"
 #include "RunTimeError.h"
 
@@ -52,13 +53,6 @@ bool EqualsNoCase(std::string_view a, std::string_view b)
     return true;
 }
 
-std::string FloatText(float value)
-{
-    char buffer[32];
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
-    return std::string(buffer, result.ptr);
-}
-
 std::string FlagText(bool value) { return value ? "-1" : "0"; }
 
 // Reads the values of one group, reporting texts that do not convert.
@@ -91,35 +85,22 @@ public:
 
     void Int16(const char* name, std::int16_t& field, std::int16_t defaultValue)
     {
-        Whole(name, field, defaultValue, [](double v) { return RoundToInt16(v); });
+        Number(name, field, defaultValue, [](double v) { return RoundToInt16(v); }, std::to_string(defaultValue));
     }
 
     void Int32(const char* name, std::int32_t& field, std::int32_t defaultValue)
     {
-        Whole(name, field, defaultValue, [](double v) { return RoundToInt32(v); });
+        Number(name, field, defaultValue, [](double v) { return RoundToInt32(v); }, std::to_string(defaultValue));
     }
 
     void Single(const char* name, float& field, float defaultValue)
     {
-        field = defaultValue;
-        const auto stored = Stored(name);
-        if (!stored)
-            return;
-        const auto number = NumberOf(*stored);
-        if (!number) {
-            Complain(name, *stored, "which is not a number", FloatText(defaultValue));
-            return;
-        }
-        try {
-            field = ToSingle(*number);
-        } catch (const RunTimeError&) {
-            Complain(name, *stored, "which is out of range", FloatText(defaultValue));
-        }
+        Number(name, field, defaultValue, [](double v) { return ToSingle(v); }, FloatText(defaultValue));
     }
 
 private:
     template <typename T, typename Narrow>
-    void Whole(const char* name, T& field, T defaultValue, Narrow narrow)
+    void Number(const char* name, T& field, T defaultValue, Narrow narrow, const std::string& defaultText)
     {
         field = defaultValue;
         const auto stored = Stored(name);
@@ -127,13 +108,13 @@ private:
             return;
         const auto number = NumberOf(*stored);
         if (!number) {
-            Complain(name, *stored, "which is not a number", std::to_string(defaultValue));
+            Complain(name, *stored, "which is not a number", defaultText);
             return;
         }
         try {
             field = narrow(*number);
         } catch (const RunTimeError&) {
-            Complain(name, *stored, "which is out of range", std::to_string(defaultValue));
+            Complain(name, *stored, "which is out of range", defaultText);
         }
     }
 

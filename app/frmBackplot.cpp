@@ -633,10 +633,11 @@ void frmBackplot::mnuFileOpen_Click()
     fileOperation_ = true;
     OpenFile();
     fileOperation_ = false;
-    if (!translator_->State().AbortTranslation) {
-        plotter_->PlotLast = 1; // stepping starts again from the first record
+    // Stepping starts from the first record by itself (its first step resets the
+    // current element), so PlotLast keeps the RecordTotal the extents pass gave it and a
+    // redraw shows the whole program.
+    if (!translator_->State().AbortTranslation)
         SetMenus(true);
-    }
     translator_->State().AbortTranslation = false;
 }
 

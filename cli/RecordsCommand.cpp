@@ -1,4 +1,5 @@
 #include "CliSession.h"
+#include "NumberFormat.h"
 #include "RecordFile.h"
 #include "RunTimeError.h"
 
@@ -8,14 +9,6 @@
 namespace backplot {
 
 namespace {
-
-// The shortest text that reads back as the same 32-bit float.
-std::string FloatText(float value)
-{
-    char buffer[32];
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
-    return std::string(buffer, result.ptr);
-}
 
 std::string JsonString(std::string_view text)
 {

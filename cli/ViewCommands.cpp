@@ -1,6 +1,6 @@
 #include "CliSession.h"
 #include "ImageSurface.h"
-#include "NumberText.h"
+#include "NumberFormat.h"
 #include "Plotter.h"
 #include "RecordFile.h"
 #include "RunTimeError.h"
@@ -13,13 +13,6 @@
 namespace backplot {
 
 namespace {
-
-std::string FloatText(float value)
-{
-    char buffer[32];
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
-    return std::string(buffer, result.ptr);
-}
 
 Plotter MakePlotter(CliSession& session)
 {

@@ -1,5 +1,6 @@
 #include "NumberFormat.h"
 
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -69,6 +70,13 @@ std::string FormatDecimals(double value, int minDecimals, int maxDecimals)
     if (!fraction.empty())
         text += "." + fraction;
     return text;
+}
+
+std::string FloatText(float value)
+{
+    char buffer[32];
+    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
+    return std::string(buffer, result.ptr);
 }
 
 } // namespace backplot

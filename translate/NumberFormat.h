@@ -17,4 +17,7 @@ inline std::string FormatMask6(double v) { return FormatDecimals(v, 1, 6); } // 
 inline std::string FormatFixed6(double v) { return FormatDecimals(v, 6, 6); } // "0.000000"
 inline std::string FormatFixed1(double v) { return FormatDecimals(v, 1, 1); } // "0.0"
 
+// The shortest text that reads back as the same 32-bit float ("0.1", "-2.5", "1e-14").
+std::string FloatText(float value);
+
 } // namespace backplot
