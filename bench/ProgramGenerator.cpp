@@ -1,66 +1,29 @@
 #include "ProgramGenerator.h"
 
-#include <array>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 #include <fstream>
+#include <numbers>
 #include <stdexcept>
 
 namespace backplot::bench {
 
 namespace {
 
-// The drawing stays inside this window (micrometres), so the picture is a readable
-// sheet of small features rather than a random walk.
-constexpr std::int64_t WindowWidth = 400'000;
-constexpr std::int64_t WindowHeight = 250'000;
-constexpr std::int64_t SafeZ = 2'000;
-constexpr std::int64_t ClearZ = 10'000;
+// The sheet the features start on, micrometres.
+constexpr std::int64_t Width = 400'000;
+constexpr std::int64_t Height = 250'000;
 
-struct Offset {
-    int X;
-    int Y;
-};
+// Integer points of the circle of radius 5, counter-clockwise; point i + 6 is opposite point i.
+constexpr int Points[12][2] = {{5, 0},  {4, 3},   {3, 4},   {0, 5},  {-3, 4}, {-4, 3},
+                               {-5, 0}, {-4, -3}, {-3, -4}, {0, -5}, {3, -4}, {4, -3}};
+// Micrometres per unit of Points: radii from 1.25 mm to 20 mm.
+constexpr std::int64_t Scales[] = {250, 1000, 2000, 4000};
+// The cuts of a feature: Straight, Plunge, or an arc form (see Arc), drawn at random.
+constexpr char Cuts[] = "SSSSSSSSCCCCCRRRRHFP";
 
-// Integer points on circles of radius 5, 13 and 25: any two points of one circle give
-// an arc whose start, end and centre are exact in decimal.
-constexpr std::array<Offset, 12> Radius5{{{5, 0}, {4, 3}, {3, 4}, {0, 5}, {-3, 4}, {-4, 3},
-                                          {-5, 0}, {-4, -3}, {-3, -4}, {0, -5}, {3, -4}, {4, -3}}};
-constexpr std::array<Offset, 12> Radius13{{{13, 0}, {12, 5}, {5, 12}, {0, 13}, {-5, 12}, {-12, 5},
-                                           {-13, 0}, {-12, -5}, {-5, -12}, {0, -13}, {5, -12}, {12, -5}}};
-constexpr std::array<Offset, 20> Radius25{{{25, 0},   {24, 7},   {20, 15},   {15, 20},  {7, 24},
-                                           {0, 25},   {-7, 24},  {-15, 20},  {-20, 15}, {-24, 7},
-                                           {-25, 0},  {-24, -7}, {-20, -15}, {-15, -20}, {-7, -24},
-                                           {0, -25},  {7, -24},  {15, -20},  {20, -15}, {24, -7}}};
-struct Circle {
-    int Radius;
-    const Offset* Points;
-    int Count;
-};
-constexpr std::array<Circle, 3> Circles{{{5, Radius5.data(), static_cast<int>(Radius5.size())},
-                                         {13, Radius13.data(), static_cast<int>(Radius13.size())},
-                                         {25, Radius25.data(), static_cast<int>(Radius25.size())}}};
-// Micrometres per unit of the tables above: radii from 1.25 mm to 25 mm.
-constexpr std::array<std::int64_t, 3> Scales{250, 500, 1000};
+bool Inside(std::int64_t x, std::int64_t y) { return x >= 0 && x <= Width && y >= 0 && y <= Height; }
 
-constexpr std::array<const char*, 8> FeatureNames{"POCKET", "SLOT", "BOSS", "CONTOUR",
-                                                  "ENGRAVING", "CLEANUP", "SPOTFACE", "CHAMFER"};
-
-double Degrees(Offset p) { return std::atan2(p.Y, p.X) * 180.0 / 3.14159265358979323846; }
-
-// Counter-clockwise sweep from a to b in degrees, in [0, 360).
-double SweepCcw(Offset a, Offset b)
-{
-    double s = Degrees(b) - Degrees(a);
-    while (s < 0)
-        s += 360;
-    while (s >= 360)
-        s -= 360;
-    return s;
-}
-
-bool Inside(std::int64_t x, std::int64_t y) { return x >= 0 && x <= WindowWidth && y >= 0 && y <= WindowHeight; }
+double Degrees(int point) { return std::atan2(Points[point][1], Points[point][0]) * 180 / std::numbers::pi; }
 
 } // namespace
 
@@ -68,298 +31,154 @@ ProgramGenerator::ProgramGenerator(int lineCount, std::uint32_t seed) : random_(
 {
     if (lineCount < 16 || lineCount > MaxLines)
         throw std::invalid_argument("line count out of range");
-    Generate(lineCount);
+    text_.reserve(static_cast<std::size_t>(lineCount) * 28);
+    Comment("(GENERATED MILLING PROGRAM FOR TIMING THE TRANSLATOR)");
+    Block(-1, "G21 G17 G90");
+
+    // A feature with its tool change takes at most 24 lines; straight cuts fill the rest.
+    const int budget = lineCount - 2;
+    while (summary_.Lines + 24 <= budget) {
+        compact_ = false;
+        if (summary_.Lines >= 4000 * summary_.ToolChanges && summary_.ToolChanges < 9) {
+            const std::string tool = std::to_string(++summary_.ToolChanges);
+            z_ = 10'000;
+            Block(0, "Z10.");
+            Comment(std::string("(TOOL ").append(tool).append(")"));
+            Block(-1, std::string("T").append(tool).append(" M6"));
+            Block(-1, std::string("S").append(tool).append("000 M3"));
+        }
+        if (Pick(8) == 0) // a block-delete line counts as a line but writes nothing
+            Comment(std::string("/N").append(std::to_string(sequence_ += 10)).append(" G0 X0. Y0. (OPTIONAL STOP)"));
+        else
+            Comment(std::string("(FEATURE ").append(std::to_string(summary_.Lines)).append(")"));
+        z_ = 2'000;
+        Block(0, "Z2.");
+        x_ = 20'000 + 500 * Pick(720);
+        y_ = 20'000 + 500 * Pick(420);
+        compact_ = Pick(4) == 0;
+        std::string words = Word('X', x_);
+        Block(0, words.append(Word('Y', y_)));
+        z_ = -500 * (1 + Pick(6));
+        Block(1, Word('Z', z_));
+        for (int cuts = 6 + Pick(11); cuts > 0; --cuts) {
+            compact_ = Pick(6) == 0;
+            const char cut = Cuts[Pick(20)];
+            if (cut == 'S')
+                Straight();
+            else if (cut == 'P')
+                Block(1, Word('Z', z_ -= 250));
+            else
+                Arc(cut);
+        }
+    }
+    while (summary_.Lines < budget)
+        Straight();
+    compact_ = false;
+    z_ = 10'000;
+    Block(0, "Z10.");
+    Block(-1, "M30");
 }
 
 std::string ProgramGenerator::WriteTo(const std::filesystem::path& folder, const std::string& name) const
 {
     const std::filesystem::path path = folder / name;
-    std::ofstream out(path, std::ios::binary);
-    out.write(text_.data(), static_cast<std::streamsize>(text_.size()));
-    out.close();
-    if (!out)
+    if (!(std::ofstream(path, std::ios::binary) << text_))
         throw std::runtime_error("cannot write " + path.string());
     return path.string();
 }
 
-void ProgramGenerator::Generate(int lineCount)
+void ProgramGenerator::Comment(const std::string& text)
 {
-    text_.reserve(static_cast<std::size_t>(lineCount) * 28);
-    lineBudget_ = lineCount - 2;
-
-    Emit("(GENERATED MILLING PROGRAM FOR TIMING THE TRANSLATOR)", true);
-    Emit("(UNITS MM - " + std::to_string(lineCount) + " LINES)", true);
-    Emit("N5 G21 G17 G90", false);
-    mode_ = 0;
-    while (Room(1)) {
-        if (summary_.Lines >= nextToolChange_ && summary_.ToolChanges < 9 && Room(4)) {
-            ToolChange();
-            nextToolChange_ += ToolChangeInterval;
-        }
-        Feature();
-    }
-
-    lineBudget_ = lineCount;
-    z_ = ClearZ;
-    Emit("G0 Z10.", false);
-    Emit("M30", false);
-}
-
-void ProgramGenerator::Emit(std::string_view line, bool comment)
-{
-    while (!line.empty() && line.back() == ' ')
-        line.remove_suffix(1);
-    text_.append(line);
-    text_.append("\r\n");
+    text_.append(text).append("\r\n");
     ++summary_.Lines;
-    if (comment) {
-        ++summary_.CommentLines;
-    } else {
-        ++summary_.Records;
-        summary_.EndX = static_cast<double>(x_) / 1000;
-        summary_.EndY = static_cast<double>(y_) / 1000;
-        summary_.EndZ = static_cast<double>(z_) / 1000;
-    }
 }
 
-void ProgramGenerator::ToolChange()
+void ProgramGenerator::Block(int mode, const std::string& words)
 {
-    const int tool = summary_.ToolChanges + 1;
-    compact_ = false;
-    z_ = ClearZ;
-    mode_ = 0;
-    Emit(Prefix() + "G0 Z10.", false);
-    Emit("(TOOL " + std::to_string(tool) + ")", true);
-    Emit(Prefix() + "T" + std::to_string(tool) + " M6", false);
-    Emit(Prefix() + "S" + std::to_string(4000 + 500 * tool) + " M3", false);
-    ++summary_.ToolChanges;
-}
-
-void ProgramGenerator::Feature()
-{
-    const int number = summary_.Lines;
-    if (Pick(8) == 0) {
-        // A block-delete line: skipped whole, like a comment.
-        std::string line = "/";
-        line += Prefix();
-        line += "G0 X0. Y0. (OPTIONAL STOP POSITION)";
-        Emit(line, true);
-    } else {
-        std::string comment = "(FEATURE ";
-        comment += std::to_string(number);
-        comment += " - ";
-        comment += FeatureNames[static_cast<std::size_t>(Pick(8))];
-        comment += ')';
-        Emit(comment, true);
+    const char* blank = compact_ ? "" : " ";
+    std::string line;
+    sequence_ += 10;
+    if (Pick(4) != 0)
+        line.append("N").append(std::to_string(sequence_)).append(blank);
+    // The motion word is modal: written when the mode changes, and now and then when it does not.
+    if (mode >= 0 && (mode != mode_ || Pick(3) == 0)) {
+        line.append(Pick(2) == 0 ? "G0" : "G").append(std::to_string(mode)).append(blank);
+        mode_ = mode;
     }
-    if (!Room(1))
-        return;
-
-    // Retract, rapid to a point of the window on a 0.5 mm grid, plunge.
-    compact_ = false;
-    z_ = SafeZ;
-    std::string block = Prefix();
-    block += Motion(0);
-    Emit(block + "Z2.", false);
-    if (!Room(1))
-        return;
-    x_ = 20'000 + 500 * Pick(720);
-    y_ = 20'000 + 500 * Pick(420);
-    compact_ = Pick(4) == 0;
-    block = Prefix();
-    block += Motion(0);
-    block += Word('X', x_);
-    block += Word('Y', y_);
-    Emit(block, false);
-    if (!Room(1))
-        return;
-    Plunge(-500 * (1 + Pick(6)));
-
-    const int moves = 6 + Pick(11);
-    for (int i = 0; i < moves && Room(1); ++i) {
-        compact_ = Pick(6) == 0;
-        const int kind = Pick(20);
-        if (kind < 8)
-            Straight();
-        else if (kind < 13)
-            Arc(false, false);
-        else if (kind < 17)
-            Arc(true, false);
-        else if (kind == 17)
-            FullCircle();
-        else if (kind == 18)
-            Arc(false, true);
-        else
-            Plunge(z_ - 250);
-    }
-}
-
-void ProgramGenerator::Plunge(std::int64_t depth)
-{
-    z_ = depth;
-    ++summary_.Straights;
-    std::string block = Prefix();
-    block += Motion(1);
-    block += Word('Z', z_);
-    block += FeedWord();
-    Emit(block, false);
+    line.append(words);
+    if (mode > 0 && Pick(5) == 0)
+        line.append("F").append(std::to_string(100 * (2 + Pick(12)))).append(".");
+    while (!line.empty() && line.back() == ' ')
+        line.pop_back();
+    Comment(line);
+    ++summary_.Records;
+    summary_.EndX = static_cast<double>(x_) / 1000;
+    summary_.EndY = static_cast<double>(y_) / 1000;
+    summary_.EndZ = static_cast<double>(z_) / 1000;
 }
 
 void ProgramGenerator::Straight()
 {
-    std::int64_t dx = 0;
-    std::int64_t dy = 0;
-    while (dx == 0 && dy == 0) {
-        dx = 500 * (Pick(81) - 40);
-        dy = 500 * (Pick(81) - 40);
-        if (Pick(4) == 0)
-            dx = 0; // now and then a move along one axis
-        else if (Pick(4) == 0)
-            dy = 0;
-    }
-    if (x_ + dx < 0 || x_ + dx > WindowWidth)
-        dx = -dx;
-    if (y_ + dy < 0 || y_ + dy > WindowHeight)
-        dy = -dy;
-    x_ += dx;
-    y_ += dy;
-    ++summary_.Straights;
-    std::string block = Prefix();
-    block += Motion(1);
-    if (dx != 0)
-        block += Word('X', x_);
-    if (dy != 0)
-        block += Word('Y', y_);
-    block += FeedWord();
-    Emit(block, false);
+    std::int64_t dx = Pick(4) == 0 ? 0 : 500 * (Pick(81) - 40);
+    std::int64_t dy = dx != 0 && Pick(4) == 0 ? 0 : 500 * (Pick(81) - 40);
+    if (dx == 0 && dy == 0)
+        dx = 500;
+    // Bounce off the edges of the sheet.
+    x_ += Inside(x_ + dx, 0) ? dx : -dx;
+    y_ += Inside(0, y_ + dy) ? dy : -dy;
+    std::string words = dx != 0 ? Word('X', x_) : "";
+    Block(1, words.append(dy != 0 ? Word('Y', y_) : ""));
 }
 
-void ProgramGenerator::Arc(bool radiusForm, bool helical)
+void ProgramGenerator::Arc(char form)
 {
-    const Circle& circle = Circles[static_cast<std::size_t>(Pick(static_cast<int>(Circles.size())))];
-    const std::int64_t scale = Scales[static_cast<std::size_t>(Pick(static_cast<int>(Scales.size())))];
-    const bool clockwise = Pick(2) == 0;
-
-    // Start and end as points of the circle: distinct, and never opposite in R form,
-    // where half a turn leaves the side of the centre undecided.
-    Offset from{};
-    Offset to{};
-    std::int64_t endX = 0;
-    std::int64_t endY = 0;
+    const std::int64_t scale = Scales[Pick(4)];
+    const int mode = 2 + Pick(2);
+    // Start and end are points of the circle, never opposite in R form, where half a turn would
+    // leave the side of the centre undecided. A few tries keep the end on the sheet.
+    int from = 0, to = 0;
+    const auto move = [&](int axis) { return scale * (Points[to][axis] - Points[from][axis]); };
     for (int attempt = 0; attempt < 8; ++attempt) {
-        from = circle.Points[Pick(circle.Count)];
-        do
-            to = circle.Points[Pick(circle.Count)];
-        while ((to.X == from.X && to.Y == from.Y) || (radiusForm && to.X == -from.X && to.Y == -from.Y));
-        endX = x_ + scale * (to.X - from.X);
-        endY = y_ + scale * (to.Y - from.Y);
-        if (Inside(endX, endY))
+        from = Pick(12);
+        const int step = form == 'F' ? 0 : 1 + Pick(11);
+        to = (from + (form == 'R' && step == 6 ? 5 : step)) % 12;
+        if (Inside(x_ + move(0), y_ + move(1)))
             break;
     }
-    const std::int64_t offsetI = -scale * from.X;
-    const std::int64_t offsetJ = -scale * from.Y;
-    x_ = endX;
-    y_ = endY;
-
-    std::string block = Prefix();
-    block += Motion(clockwise ? 2 : 3);
-    block += Word('X', x_);
-    block += Word('Y', y_);
-    if (helical) {
-        z_ -= 250;
-        block += Word('Z', z_);
-    }
-    if (radiusForm) {
-        const double ccw = SweepCcw(from, to);
-        const double sweep = clockwise ? 360 - ccw : ccw;
+    x_ += move(0);
+    y_ += move(1);
+    std::string words;
+    if (form != 'F' || Pick(2) == 0) // a full circle ends where it starts: often left out
+        words.append(Word('X', x_)).append(Word('Y', y_));
+    if (form == 'H')
+        words.append(Word('Z', z_ -= 250));
+    if (form == 'R') {
         // Up to half a turn the radius is positive, beyond it negative.
-        const std::int64_t r = scale * circle.Radius;
-        block += Word('R', sweep > 180 ? -r : r);
+        const double ccw = std::fmod(Degrees(to) - Degrees(from) + 360, 360);
+        words.append(Word('R', (mode == 2 ? 360 - ccw : ccw) > 180 ? -5 * scale : 5 * scale));
     } else {
-        // A zero offset is left out now and then, as hand-written programs do.
-        if (offsetI != 0 || Pick(2) == 0)
-            block += Word('I', offsetI);
-        if (offsetJ != 0 || Pick(2) == 0)
-            block += Word('J', offsetJ);
+        // A zero offset is left out now and then, as hand-written programs do; always in a full circle.
+        if (Points[from][0] != 0 || (form != 'F' && Pick(2) == 0))
+            words.append(Word('I', -scale * Points[from][0]));
+        if (Points[from][1] != 0 || (form != 'F' && Pick(2) == 0))
+            words.append(Word('J', -scale * Points[from][1]));
     }
-    ++summary_.Arcs;
-    block += FeedWord();
-    Emit(block, false);
-}
-
-void ProgramGenerator::FullCircle()
-{
-    const Circle& circle = Circles[static_cast<std::size_t>(Pick(static_cast<int>(Circles.size())))];
-    const std::int64_t scale = Scales[static_cast<std::size_t>(Pick(static_cast<int>(Scales.size())))];
-    const Offset from = circle.Points[Pick(circle.Count)];
-    const int mode = Pick(2) == 0 ? 2 : 3;
-    std::string block = Prefix();
-    block += Motion(mode);
-    if (Pick(2) == 0) { // the end written out: the start itself
-        block += Word('X', x_);
-        block += Word('Y', y_);
-    }
-    if (from.X != 0)
-        block += Word('I', -scale * from.X);
-    if (from.Y != 0)
-        block += Word('J', -scale * from.Y);
-    ++summary_.Circles;
-    Emit(block, false);
-}
-
-std::string ProgramGenerator::Prefix()
-{
-    sequence_ += 10;
-    if (Pick(4) == 0)
-        return {};
-    std::string word = "N";
-    word += std::to_string(sequence_);
-    if (!compact_)
-        word += ' ';
-    return word;
-}
-
-std::string ProgramGenerator::Motion(int mode)
-{
-    if (mode == mode_ && Pick(3) != 0)
-        return {};
-    mode_ = mode;
-    std::string word = (Pick(2) == 0 ? "G0" : "G") + std::to_string(mode);
-    return word + (compact_ ? "" : " ");
+    Block(mode, words);
 }
 
 std::string ProgramGenerator::Word(char letter, std::int64_t micrometres)
 {
-    const std::uint64_t magnitude = static_cast<std::uint64_t>(micrometres < 0 ? -micrometres : micrometres);
-    std::string text(1, letter);
-    if (micrometres < 0)
-        text += '-';
-    const std::uint64_t whole = magnitude / 1000;
-    const std::uint64_t fraction = magnitude % 1000;
-    if (whole != 0 || fraction == 0 || Pick(3) != 0) // "-.25" as well as "-0.25"
-        text += std::to_string(whole);
+    const std::int64_t magnitude = micrometres < 0 ? -micrometres : micrometres;
+    std::string text = std::string(1, letter).append(micrometres < 0 ? "-" : "");
+    if (magnitude >= 1000 || magnitude == 0 || Pick(3) != 0) // "-.25" as well as "-0.25"
+        text.append(std::to_string(magnitude / 1000));
     text += '.';
-    if (fraction != 0) {
-        char digits[4];
-        std::snprintf(digits, sizeof digits, "%03u", static_cast<unsigned>(fraction));
-        std::string f(digits);
-        while (f.back() == '0')
-            f.pop_back();
-        text += f;
+    if (magnitude % 1000 != 0) {
+        text.append(std::to_string(1000 + magnitude % 1000).substr(1));
+        while (text.back() == '0')
+            text.pop_back();
     }
-    if (!compact_)
-        text += ' ';
-    return text;
-}
-
-std::string ProgramGenerator::FeedWord()
-{
-    if (Pick(5) != 0)
-        return {};
-    std::string word = "F";
-    word += std::to_string(100 * (2 + Pick(12)));
-    word += '.';
-    return word;
+    return compact_ ? text : text + ' ';
 }
 
 } // namespace backplot::bench

@@ -2,25 +2,38 @@
 
 #include "TestPaths.h"
 
+#include <QSettings>
 #include <QString>
 
 namespace backplot::test {
 
-// Points the per-user settings store at a fresh folder for the life of the object, so a
-// test starts from an empty store and never touches the user's own. Outside such a scope
-// the whole test run uses one scratch folder of its own.
+// Points the per-user settings stores at a fresh folder for the life of the object, then
+// back at RunFolder, the whole run's own scratch folder (set up by main), never at the user's.
 class ScratchSettings {
 public:
-    ScratchSettings();
-    ~ScratchSettings();
+    ScratchSettings() { UseFolder(dir_.Path()); }
+    ~ScratchSettings() { UseFolder(RunFolder); }
     ScratchSettings(const ScratchSettings&) = delete;
     ScratchSettings& operator=(const ScratchSettings&) = delete;
 
-    // The .ini files the program's two stores use inside the scratch folder.
-    QString SettingsFile() const;
-    QString RecentFilesFile() const;
+    // The .ini files of the program's two stores.
+    QString SettingsFile() const { return File("TKZBackplot.ini"); }
+    QString RecentFilesFile() const { return File("TKZBackPlot.ini"); }
+
+    static void UseFolder(const std::filesystem::path& folder)
+    {
+        const QString path = QString::fromStdString(folder.string());
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, path);
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, path);
+    }
+    static inline std::filesystem::path RunFolder;
 
 private:
+    QString File(const char* name) const
+    {
+        return QString::fromStdString(dir_.Path().string()) + "/Corvane Software Development Inc./" + name;
+    }
+
     ScratchDir dir_;
 };
 

@@ -3,39 +3,65 @@
 #include "UserDialogs.h"
 
 #include <deque>
+#include <functional>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <vector>
 
 namespace backplot::test {
 
-// Dialogs for tests: answers come from queues the test fills, and everything asked is
-// recorded. With an empty queue a message box answers with its first button (OK or Yes)
-// and the open dialog is cancelled.
+// Dialogs for tests: everything asked is recorded; a message box answers with its first
+// button (OK or Yes), the open dialog with the next of OpenAnswers, cancelled when none is left.
 class ScriptedDialogs : public UserDialogs {
 public:
     struct ShownMessage {
-        std::string Text;
-        std::string Title;
+        std::string Text, Title;
         MsgIcon Icon = MsgIcon::None;
         MsgButtons Buttons = MsgButtons::Ok;
+        bool operator==(const ShownMessage&) const = default;
+        friend void PrintTo(const ShownMessage& m, std::ostream* os)
+        {
+            *os << '"' << m.Text << "\" \"" << m.Title << "\" icon " << int(m.Icon) << " buttons " << int(m.Buttons);
+        }
     };
     struct OpenRequest {
-        std::string Title;
-        std::string InitialDir;
-        std::string FilterDescription;
-        std::string FilterPattern;
+        std::string Title, InitialDir, FilterDescription, FilterPattern;
+        bool operator==(const OpenRequest&) const = default;
+        friend void PrintTo(const OpenRequest& r, std::ostream* os)
+        {
+            *os << '"' << r.Title << "\" \"" << r.InitialDir << "\" \"" << r.FilterDescription << "\" \""
+                << r.FilterPattern << '"';
+        }
     };
 
-    MsgAnswer Message(const std::string& text, const std::string& title, MsgIcon icon,
-                      MsgButtons buttons) override;
+    MsgAnswer Message(const std::string& text, const std::string& title, MsgIcon icon, MsgButtons buttons) override
+    {
+        Messages.push_back({text, title, icon, buttons});
+        return buttons == MsgButtons::YesNo || buttons == MsgButtons::YesNoCancel ? MsgAnswer::Yes : MsgAnswer::Ok;
+    }
     std::optional<std::string> OpenFileName(const std::string& title, const std::string& initialDir,
                                             const std::string& filterDescription,
-                                            const std::string& filterPattern) override;
-    void SetPointer(MousePointer pointer) override;
+                                            const std::string& filterPattern) override
+    {
+        OpenRequests.push_back({title, initialDir, filterDescription, filterPattern});
+        if (OpenAnswers.empty())
+            return std::nullopt;
+        const auto answer = OpenAnswers.front();
+        OpenAnswers.pop_front();
+        return answer;
+    }
+    // A long command changes the pointer around each phase, so OnPointer is where a test
+    // can watch the status lines while the command runs.
+    void SetPointer(MousePointer pointer) override
+    {
+        Pointers.push_back(pointer);
+        if (OnPointer)
+            OnPointer(pointer);
+    }
 
-    std::deque<MsgAnswer> Answers;
     std::deque<std::optional<std::string>> OpenAnswers;
+    std::function<void(MousePointer)> OnPointer;
 
     std::vector<ShownMessage> Messages;
     std::vector<OpenRequest> OpenRequests;

@@ -4,40 +4,55 @@
 #include "TestPaths.h"
 #include "Translator.h"
 
-#include <deque>
+#include <ostream>
 #include <string>
 #include <vector>
 
 namespace backplot::test {
 
-// Message boxes are recorded and answered from a script (OK once the script runs out).
+inline const std::string ErrorLead = "An error was encountered while generating file at line ";
+
+// Message boxes are recorded and all answered alike.
 class ScriptedDialogs : public UserDialogs {
 public:
     struct Box {
         std::string Text, Title;
         MsgIcon Icon = MsgIcon::None;
         MsgButtons Buttons = MsgButtons::Ok;
+        bool operator==(const Box&) const = default;
+        friend std::ostream& operator<<(std::ostream& out, const Box& box)
+        {
+            return out << box.Title << " / " << box.Text << " / icon " << static_cast<int>(box.Icon) << " / buttons "
+                       << static_cast<int>(box.Buttons);
+        }
     };
+
     std::vector<Box> Boxes;
-    std::deque<MsgAnswer> Answers;
-    std::vector<MousePointer> Pointers;
+    MsgAnswer Answer = MsgAnswer::Ok;
+    std::optional<MousePointer> Pointer; // the last one set
 
     MsgAnswer Message(const std::string& text, const std::string& title, MsgIcon icon, MsgButtons buttons) override
     {
         Boxes.push_back({text, title, icon, buttons});
-        if (Answers.empty())
-            return MsgAnswer::Ok;
-        const MsgAnswer answer = Answers.front();
-        Answers.pop_front();
-        return answer;
+        return Answer;
     }
     std::optional<std::string> OpenFileName(const std::string&, const std::string&, const std::string&,
                                             const std::string&) override
     {
         return std::nullopt;
     }
-    void SetPointer(MousePointer pointer) override { Pointers.push_back(pointer); }
+    void SetPointer(MousePointer pointer) override { Pointer = pointer; }
+
+    std::vector<std::string> Texts() const
+    {
+        std::vector<std::string> texts;
+        for (const Box& box : Boxes)
+            texts.push_back(box.Text);
+        return texts;
+    }
 };
+
+using Box = ScriptedDialogs::Box;
 
 class CountingPump : public EventPump {
 public:
@@ -80,10 +95,9 @@ struct Harness {
 
     std::vector<EntityRecord> Records() const
     {
-        std::vector<EntityRecord> records;
         RecordFileReader reader;
         reader.Open(T.RecordFilePath());
-        records.resize(static_cast<std::size_t>(reader.RecordTotal()));
+        std::vector<EntityRecord> records(static_cast<std::size_t>(reader.RecordTotal()));
         for (std::size_t i = 0; i < records.size(); ++i)
             reader.Read(static_cast<std::int32_t>(i + 1), records[i]);
         return records;

@@ -17,33 +17,25 @@ namespace {
 
 using Kind = RecordingSurface::Kind;
 
-class ScriptedDialogs : public UserDialogs {
-public:
+struct QuietDialogs : UserDialogs {
     std::vector<MousePointer> pointers;
-
     MsgAnswer Message(const std::string& text, const std::string&, MsgIcon, MsgButtons) override
     {
         ADD_FAILURE() << "unexpected message: " << text;
         return MsgAnswer::Ok;
     }
-    std::optional<std::string> OpenFileName(const std::string&, const std::string&,
-                                            const std::string&, const std::string&) override
+    std::optional<std::string> OpenFileName(const std::string&, const std::string&, const std::string&,
+                                            const std::string&) override
     {
         return std::nullopt;
     }
     void SetPointer(MousePointer pointer) override { pointers.push_back(pointer); }
 };
 
-class ScriptedEvents : public EventPump {
-public:
+struct CountingEvents : EventPump {
     int calls = 0;
     std::function<void(int call)> onCall;
-    void ProcessEvents() override
-    {
-        ++calls;
-        if (onCall)
-            onCall(calls);
-    }
+    void ProcessEvents() override { onCall ? onCall(++calls) : void(++calls); }
 };
 
 EntityRecord Cut(float x1, float y1, float x2, float y2, std::int32_t tool = 0)
@@ -58,21 +50,16 @@ EntityRecord Cut(float x1, float y1, float x2, float y2, std::int32_t tool = 0)
     return r;
 }
 
-EntityRecord Arc(std::int16_t type, float cx, float cy, float radius, float startDeg, float endDeg,
-                 float endX, float endY)
+// Cut number i runs from (i, 0) to (i, -1).
+std::vector<EntityRecord> NumberedCuts(int count)
 {
-    EntityRecord r;
-    r.MoveType = type;
-    r.CenterX = cx;
-    r.CenterY = cy;
-    r.Radius = radius;
-    r.StartAngle = startDeg;
-    r.EndAngle = endDeg;
-    r.EndX = endX;
-    r.EndY = endY;
-    return r;
+    std::vector<EntityRecord> records;
+    for (int i = 1; i <= count; ++i)
+        records.push_back(Cut(static_cast<float>(i), 0, static_cast<float>(i), -1));
+    return records;
 }
 
+// A plotter on a record file of its own and a 400 x 200 recording canvas.
 struct Rig {
     test::ScratchDir dir;
     std::string path = dir.Folder() + "TKZGraph.Dll";
@@ -81,20 +68,24 @@ struct Rig {
     TranslationState translation;
     PlaybackState playback;
     EntityRecord record;
-    ScriptedDialogs dialogs;
-    ScriptedEvents events;
-    Plotter plotter{settings, toolColors, translation, playback, record,
-                    dialogs,  events,     [this] { return path; }};
+    QuietDialogs dialogs;
+    CountingEvents events;
+    Plotter plotter{settings, toolColors, translation, playback, record, dialogs, events, [this] { return path; }};
     RecordingSurface canvas{400, 200};
 
-    void Write(const std::vector<EntityRecord>& records)
+    // Writes the records and runs the extents pass, forgetting what it drew.
+    void Load(const std::vector<EntityRecord>& records)
     {
-        RecordFileWriter writer;
-        writer.Open(path);
-        for (std::size_t i = 0; i < records.size(); ++i)
-            writer.Write(static_cast<std::int32_t>(i + 1), records[i]);
+        {
+            RecordFileWriter writer;
+            writer.Open(path);
+            for (std::size_t i = 0; i < records.size(); ++i)
+                writer.Write(static_cast<std::int32_t>(i + 1), records[i]);
+        }
+        plotter.ComputeExtents(canvas);
+        canvas.ForgetPrimitives();
+        dialogs.pointers.clear();
     }
-
     // Start X of every straight cut drawn (its first half-line), in drawing order.
     std::vector<double> CutsDrawn() const
     {
@@ -116,22 +107,16 @@ struct Rig {
     }
 };
 
-std::vector<EntityRecord> NumberedCuts(int count)
-{
-    std::vector<EntityRecord> records;
-    for (int i = 1; i <= count; ++i)
-        records.push_back(Cut(static_cast<float>(i), 0, static_cast<float>(i), -1));
-    return records;
-}
-
 TEST(Plotter, ExtentsOfAQuarterArcAreItsWholeCircle)
 {
     Rig rig;
-    // Machine (1,0) to (0,1) counter-clockwise about the origin: stored Y negated.
-    rig.Write({Arc(3, 0, -0.0f, 1, 0, 90, 0, -1)});
+    EntityRecord arc; // machine (1,0) to (0,1) counter-clockwise about the origin, Y stored negated
+    arc.MoveType = 3;
+    arc.Radius = 1;
+    arc.EndAngle = 90;
+    arc.EndY = -1;
     rig.plotter.CurTool = 5;
-
-    rig.plotter.ComputeExtents(rig.canvas);
+    rig.Load({arc});
 
     const ViewTransform& v = rig.plotter.View;
     EXPECT_EQ(rig.plotter.RecordTotal, 1);
@@ -139,18 +124,13 @@ TEST(Plotter, ExtentsOfAQuarterArcAreItsWholeCircle)
     EXPECT_EQ(rig.plotter.CurTool, 0);
     EXPECT_EQ((std::vector<float>{v.MinX, v.MinY, v.MaxX, v.MaxY}), (std::vector<float>{-1, -1, 1, 1}));
     // 2 x 2 on 400 x 200, fitted by width: visible height 1 centred on 0.
-    EXPECT_EQ((std::vector<float>{v.ViewX1, v.ViewY1, v.ViewX2, v.ViewY2}),
-              (std::vector<float>{-1, -0.5f, 1, 0.5f}));
-    EXPECT_EQ(v.FitSpan, 1);
-    EXPECT_EQ(rig.canvas.ScaleLeft(), -1);
-    EXPECT_EQ(rig.canvas.ScaleTop(), -0.5f);
-    EXPECT_EQ(v.TwoPixelSpan, 0.01f);
-    // The record buffer is the shared one: it holds the last record read.
-    EXPECT_EQ(rig.record.MoveType, 3);
-    EXPECT_EQ(rig.dialogs.pointers, (std::vector<MousePointer>{MousePointer::Hourglass, MousePointer::Default}));
+    EXPECT_EQ((std::vector<float>{v.ViewX1, v.ViewY1, v.ViewX2, v.ViewY2}), (std::vector<float>{-1, -0.5f, 1, 0.5f}));
+    EXPECT_EQ((std::vector<float>{v.FitSpan, v.TwoPixelSpan, rig.canvas.ScaleLeft(), rig.canvas.ScaleTop()}),
+              (std::vector<float>{1, 0.01f, -1, -0.5f}));
+    EXPECT_EQ(rig.record.MoveType, 3); // the shared buffer holds the last record read
 }
 
-TEST(Plotter, ExtentsPassReadsUpToTheLastWholeRecord)
+TEST(Plotter, TruncatedRecordFileIsReadUpToItsLastWholeRecord)
 {
     struct Case {
         const char* name;
@@ -168,48 +148,38 @@ TEST(Plotter, ExtentsPassReadsUpToTheLastWholeRecord)
         {"LessThanHalfOfTheFirst", 50, 0, {0, 0, 0, 0}},
         {"Empty", 0, 0, {0, 0, 0, 0}},
     };
+    EntityRecord circle;
+    circle.MoveType = 2;
+    circle.CenterX = circle.CenterY = 10;
+    circle.Radius = 5;
+    circle.EndX = 3;
+    circle.EndY = -3;
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         Rig rig;
-        rig.Write({Cut(0, 0, 1, -1), Cut(1, -1, 2, -2), Cut(2, -2, 3, -3), Arc(2, 10, 10, 5, 0, 0, 3, -3)});
+        rig.Load({Cut(0, 0, 1, -1), Cut(1, -1, 2, -2), Cut(2, -2, 3, -3), circle});
         std::filesystem::resize_file(rig.path, c.length);
-
         const Extents box = ExtentsPass(rig.path, rig.record);
         EXPECT_EQ(box.RecordTotal, c.total);
         EXPECT_EQ((std::vector<float>{box.MinX, box.MinY, box.MaxX, box.MaxY}), c.box);
     }
 
-    Rig missing;
-    const Extents none = ExtentsPass(missing.dir.Folder() + "nothing.dll", missing.record);
-    EXPECT_EQ(none.RecordTotal, 0);
-    EXPECT_EQ((std::vector<float>{none.MinX, none.MinY, none.MaxX, none.MaxY}), (std::vector<float>{0, 0, 0, 0}));
-}
-
-TEST(Plotter, TruncatedFileDrawsItsWholeRecordsAndStops)
-{
+    // The plot pass draws the whole records and stops early: no axis, playback not ended.
     Rig rig;
-    rig.Write(NumberedCuts(4));
+    rig.Load(NumberedCuts(4));
     std::filesystem::resize_file(rig.path, 3 * 128 + 64);
-    rig.plotter.ComputeExtents(rig.canvas);
-    ASSERT_EQ(rig.plotter.PlotLast, 4);
     rig.playback.StepMode = true;
-    rig.canvas.ForgetPrimitives();
-
     rig.plotter.GetRecords(rig.canvas);
-
     EXPECT_EQ(rig.CutsDrawn(), (std::vector<double>{1, 2, 3}));
-    EXPECT_EQ(rig.canvas.Primitives().size(), 1u + 3 * 3); // clear + three cuts, no axis
-    EXPECT_TRUE(rig.playback.StepMode);                     // the pass ended early: no resets
+    EXPECT_EQ(rig.canvas.Primitives().size(), 1u + 3 * 3); // clear and three cuts
+    EXPECT_TRUE(rig.playback.StepMode);
     EXPECT_EQ(rig.dialogs.pointers.back(), MousePointer::Default);
 }
 
 TEST(Plotter, FullPassClearsDrawsAxisAndEndsPlayback)
 {
     Rig rig;
-    rig.Write({Cut(0, 0, 4, -2, 7), Cut(4, -2, 4, 0, 7)});
-    rig.plotter.ComputeExtents(rig.canvas);
-    rig.dialogs.pointers.clear();
-    rig.canvas.ForgetPrimitives();
+    rig.Load({Cut(0, 0, 4, -2, 7), Cut(4, -2, 4, 0, 7)});
     rig.playback.StepMode = true;
     rig.playback.SourceLine = 9;
     std::optional<bool> ended;
@@ -222,43 +192,19 @@ TEST(Plotter, FullPassClearsDrawsAxisAndEndsPlayback)
     EXPECT_EQ(log[0].Type, Kind::Clear);
     EXPECT_EQ(rig.CutsDrawn(), (std::vector<double>{0, 4}));
     EXPECT_EQ(log[7].Style, DrawStyle::Dash); // the axis in "Axis Line" 1
-    EXPECT_EQ(log[7].X1, 0);
-    EXPECT_EQ(log[8].Y1, 0);
     EXPECT_EQ(rig.canvas.GetDrawStyle(), DrawStyle::Solid);
-
     EXPECT_EQ(rig.plotter.PlotIndex, 2);
     EXPECT_EQ(rig.plotter.CurTool, 0);
     EXPECT_FALSE(rig.playback.StepMode);
     EXPECT_EQ(rig.playback.SlowResume, 1);
     EXPECT_EQ(rig.playback.SourceLine, 1);
     EXPECT_EQ(ended, std::optional<bool>(false));
-    // The buffer keeps the last record, its start and end wiped.
+    // The buffer keeps the last record with its start and end wiped.
     EXPECT_EQ(rig.record.ToolNum, 7);
     EXPECT_EQ((std::vector<float>{rig.record.StartX, rig.record.StartY, rig.record.EndX, rig.record.EndY}),
               (std::vector<float>{0, 0, 0, 0}));
     EXPECT_EQ(rig.dialogs.pointers, (std::vector<MousePointer>{MousePointer::Hourglass, MousePointer::Default}));
     EXPECT_EQ(rig.events.calls, 0);
-}
-
-TEST(Plotter, SteppingPassDrawsUpToPlotLastAndKeepsPlaying)
-{
-    Rig rig;
-    rig.Write(NumberedCuts(5));
-    rig.plotter.ComputeExtents(rig.canvas);
-    rig.plotter.PlotLast = 3;
-    rig.playback.StepMode = true;
-    bool ended = false;
-    rig.plotter.SetPassEndedHook([&](bool) { ended = true; });
-    rig.canvas.ForgetPrimitives();
-
-    rig.plotter.GetRecords(rig.canvas);
-
-    EXPECT_EQ(rig.CutsDrawn(), (std::vector<double>{1, 2, 3}));
-    EXPECT_EQ(rig.Count(Kind::Line), 3 * 2 + 2); // the axis is drawn all the same
-    EXPECT_TRUE(rig.playback.StepMode);
-    EXPECT_FALSE(ended);
-    EXPECT_EQ(rig.plotter.PlotIndex, 3);
-    EXPECT_EQ(rig.record.EndX, 3); // the buffer keeps the stepped record whole
 }
 
 TEST(Plotter, ColourRuleCarriesTheColourOverForUnknownTools)
@@ -270,24 +216,18 @@ TEST(Plotter, ColourRuleCarriesTheColourOverForUnknownTools)
     rig.toolColors[1] = {3, 0x00FF00, 10};
     rig.toolColors[2] = {5, 0xFF00FF, 13}; // beyond ToolChangeCount: never looked at
     rig.plotter.CurrentColor = 0x123456;   // left from an earlier pass
-    const std::int32_t tools[] = {9, 1, 5, 3, 7, 1};
     std::vector<EntityRecord> records;
-    for (std::int32_t t : tools)
-        records.push_back(Cut(0, 0, 1, 1, t));
-    rig.Write(records);
-    rig.plotter.ComputeExtents(rig.canvas);
-    rig.canvas.ForgetPrimitives();
-
+    for (std::int32_t tool : {9, 1, 5, 3, 7, 1})
+        records.push_back(Cut(0, 0, 1, 1, tool));
+    rig.Load(records);
     rig.plotter.GetRecords(rig.canvas);
-
     std::vector<std::uint32_t> colours;
     for (const auto& p : rig.canvas.Primitives())
         if (p.Type == Kind::PSet)
             colours.push_back(p.Color);
     EXPECT_EQ(colours, (std::vector<std::uint32_t>{0x123456, 0x0000FF, 0x0000FF, 0x00FF00, 0x00FF00, 0x0000FF}));
 
-    // Tool colours off: the default colour, whatever the tool.
-    rig.settings.ToolColor = false;
+    rig.settings.ToolColor = false; // the default colour, whatever the tool
     rig.plotter.ChooseColor(3);
     EXPECT_EQ(rig.plotter.CurrentColor, 0xFF0000u);
     EXPECT_EQ(rig.plotter.CurTool, 3);
@@ -305,28 +245,19 @@ TEST(Plotter, ColourRuleCarriesTheColourOverForUnknownTools)
 TEST(Plotter, SlowMotionPausesAndResumesAtTheSameRecord)
 {
     Rig rig;
-    rig.Write(NumberedCuts(45));
-    rig.plotter.ComputeExtents(rig.canvas);
+    rig.Load(NumberedCuts(45));
     int marks = 0;
     rig.plotter.SetSlowMotionHook([&] { ++marks; });
     std::optional<bool> ended;
     rig.plotter.SetPassEndedHook([&](bool slow) { ended = slow; });
     rig.playback.SlowMode = true;
-
-    // Running from the start; the P key arrives while record 3 is on its way.
-    rig.events.onCall = [&](int call) {
-        if (call == 3)
-            rig.playback.SlowPaused = true;
-    };
-    rig.canvas.ForgetPrimitives();
-    rig.dialogs.pointers.clear();
+    rig.events.onCall = [&](int call) { rig.playback.SlowPaused = call == 3; }; // P while record 3 is drawn
     rig.plotter.GetRecords(rig.canvas);
     EXPECT_EQ(rig.CutsDrawn(), (std::vector<double>{1, 2, 3}));
     EXPECT_EQ(rig.Count(Kind::Clear), 0); // slow motion draws over the picture
     EXPECT_EQ(rig.playback.SlowResume, 4);
     EXPECT_EQ(marks, 3);
     EXPECT_FALSE(ended.has_value());
-    EXPECT_EQ(rig.dialogs.pointers.front(), MousePointer::Default);
 
     // A pass started while paused draws nothing and keeps the place.
     rig.events.onCall = nullptr;
@@ -334,63 +265,20 @@ TEST(Plotter, SlowMotionPausesAndResumesAtTheSameRecord)
     rig.plotter.GetRecords(rig.canvas);
     EXPECT_TRUE(rig.canvas.Primitives().empty());
     EXPECT_EQ(rig.playback.SlowResume, 4);
-    EXPECT_EQ(rig.plotter.PlotIndex, 4);
 
-    // Resumed from a pause at record 40: 40 to 45, then the axis and the end of playback.
+    // Resumed at record 40: 40 to 45, the axis, and playback ends.
     rig.playback.SlowPaused = false;
-    rig.playback.SlowResume = 40;
-    rig.playback.SourceLine = 40;
-    rig.events.calls = 0;
-    marks = 0;
+    rig.playback.SlowResume = rig.playback.SourceLine = 40;
+    rig.events.calls = marks = 0;
     rig.plotter.GetRecords(rig.canvas);
     EXPECT_EQ(rig.CutsDrawn(), (std::vector<double>{40, 41, 42, 43, 44, 45}));
-    EXPECT_EQ(rig.Count(Kind::Clear), 0);
     EXPECT_EQ(rig.Count(Kind::Line), 6 * 2 + 2);
     EXPECT_EQ(rig.events.calls, 6);
     EXPECT_EQ(marks, 6);
-    EXPECT_FALSE(rig.playback.SlowMode);
-    EXPECT_FALSE(rig.playback.SlowPaused);
+    EXPECT_FALSE(rig.playback.SlowMode || rig.playback.SlowPaused);
     EXPECT_EQ(rig.playback.SlowResume, 1);
     EXPECT_EQ(rig.playback.SourceLine, 1);
     EXPECT_EQ(ended, std::optional<bool>(true));
-}
-
-TEST(Plotter, DrawAxisFollowsTheSettings)
-{
-    Rig rig;
-    rig.canvas.SetScale(0, -2.5f, 10, 5);
-    rig.settings.AxisColor = 0x00FF00;
-    rig.settings.AxisLine = 2;
-
-    rig.plotter.DrawAxis(rig.canvas);
-    const auto& log = rig.canvas.Primitives();
-    ASSERT_EQ(log.size(), 2u);
-    EXPECT_EQ((std::vector<double>{log[0].X1, log[0].Y1, log[0].X2, log[0].Y2}), (std::vector<double>{0, -2.5, 0, 2.5}));
-    EXPECT_EQ((std::vector<double>{log[1].X1, log[1].Y1, log[1].X2, log[1].Y2}), (std::vector<double>{0, 0, 10, 0}));
-    for (const auto& p : log) {
-        EXPECT_EQ(p.Style, DrawStyle::Dot);
-        EXPECT_EQ(p.Color, 0x00FF00u);
-    }
-    EXPECT_EQ(rig.canvas.ForeColor(), 0x00FF00u);
-    EXPECT_EQ(rig.canvas.GetDrawStyle(), DrawStyle::Solid);
-    EXPECT_EQ(rig.plotter.Axis().DrawStyle(), 0);
-
-    // A style the surface has not got: the lines come in the style already set.
-    rig.settings.AxisLine = 9;
-    rig.canvas.SetDrawStyle(DrawStyle::DashDot);
-    rig.canvas.ForgetPrimitives();
-    rig.plotter.DrawAxis(rig.canvas);
-    ASSERT_EQ(rig.canvas.Primitives().size(), 2u);
-    EXPECT_EQ(rig.canvas.Primitives()[0].Style, DrawStyle::DashDot);
-    EXPECT_EQ(rig.canvas.GetDrawStyle(), DrawStyle::Solid);
-
-    // Axis off: nothing drawn, the style still back to solid.
-    rig.settings.ShowAxis = false;
-    rig.canvas.SetDrawStyle(DrawStyle::Dash);
-    rig.canvas.ForgetPrimitives();
-    rig.plotter.DrawAxis(rig.canvas);
-    EXPECT_TRUE(rig.canvas.Primitives().empty());
-    EXPECT_EQ(rig.canvas.GetDrawStyle(), DrawStyle::Solid);
 }
 
 } // namespace
