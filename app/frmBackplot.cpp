@@ -598,11 +598,7 @@ void frmBackplot::OpenFile()
 
         // 11. Extents, fitted with a margin: the same view as Zoom Extents.
         DrawSurface& canvas = picSurface();
-        plotter_->ComputeExtents(canvas);
-        plotter_->SetCoords(canvas);
-        plotter_->View.SaveView();
-        plotter_->View.ZoomOut();
-        plotter_->SetCoords(canvas);
+        plotter_->ExtentsWithMargin(canvas);
 
         // 12-13. Draw every record.
         lblCode_->setText(QStringLiteral(" Drawing file."));

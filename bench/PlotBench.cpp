@@ -38,10 +38,7 @@ void BM_PlotPass(benchmark::State& state)
                     [&t] { return t.RecordFilePath(); });
     ImageSurface picture(PictureWidth, PictureHeight);
     for (auto _ : state) {
-        plotter.ComputeExtents(picture);
-        plotter.View.SaveView();
-        plotter.View.ZoomOut();
-        plotter.SetCoords(picture);
+        plotter.ExtentsWithMargin(picture);
         plotter.GetRecords(picture);
     }
 

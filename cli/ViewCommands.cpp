@@ -21,15 +21,9 @@ Plotter MakePlotter(CliSession& session)
                    session.Events(), [&t] { return t.RecordFilePath(); });
 }
 
-// The view the window shows right after opening a program: the extents, fitted, with
-// the zoom-out margin of the open pipeline.
-void OpenView(Plotter& plotter, DrawSurface& canvas)
+void ReportFailure(CliSession& session, const char* what, const RunTimeError& e)
 {
-    plotter.ComputeExtents(canvas);
-    plotter.SetCoords(canvas);
-    plotter.View.SaveView();
-    plotter.View.ZoomOut();
-    plotter.SetCoords(canvas);
+    session.Dialogs().Message(std::string(what) + e.what(), "Corvane Backplot", MsgIcon::Critical, MsgButtons::Ok);
 }
 
 // Single block steps from the opened picture: the canvas is cleared to the axis, then
@@ -72,8 +66,7 @@ int RunExtents(CliSession& session)
     try {
         plotter.ComputeExtents(canvas);
     } catch (const RunTimeError& e) {
-        session.Dialogs().Message(std::string("The extents pass failed: ") + e.what(), "Corvane Backplot",
-                                  MsgIcon::Critical, MsgButtons::Ok);
+        ReportFailure(session, "The extents pass failed: ", e);
     }
     const ViewTransform& v = plotter.View;
     std::ostream& out = session.Out();
@@ -96,7 +89,7 @@ int RunRender(CliSession& session)
     ImageSurface canvas(o.Width, o.Height, static_cast<std::uint32_t>(session.Config().Backcolor));
     Plotter plotter = MakePlotter(session);
     try {
-        OpenView(plotter, canvas);
+        plotter.ExtentsWithMargin(canvas);
         plotter.GetRecords(canvas);
         if (o.Steps)
             Step(session, plotter, canvas, *o.Steps);
@@ -104,12 +97,11 @@ int RunRender(CliSession& session)
             session.Playback().StepMode = false;
             if (session.Config().AutoDraw)
                 canvas.Clear();
-            OpenView(plotter, canvas);
+            plotter.ExtentsWithMargin(canvas);
             plotter.GetRecords(canvas);
         }
     } catch (const RunTimeError& e) {
-        session.Dialogs().Message(std::string("The plot failed: ") + e.what(), "Corvane Backplot", MsgIcon::Critical,
-                                  MsgButtons::Ok);
+        ReportFailure(session, "The plot failed: ", e);
     }
 
     const std::string& path = o.Output;

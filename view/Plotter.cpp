@@ -57,6 +57,15 @@ void Plotter::ComputeExtents(DrawSurface& canvas)
     SetCoords(canvas);
 }
 
+void Plotter::ExtentsWithMargin(DrawSurface& canvas)
+{
+    ComputeExtents(canvas);
+    SetCoords(canvas);
+    View.SaveView();
+    View.ZoomOut();
+    SetCoords(canvas);
+}
+
 void Plotter::SetCoords(DrawSurface& canvas) { View.SetCoords(canvas); }
 
 void Plotter::ChooseColor(std::int32_t toolNum)

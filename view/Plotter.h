@@ -56,6 +56,11 @@ public:
     // file holds more than 32767 records or SetCoords faults.
     void ComputeExtents(DrawSurface& canvas);
 
+    // The view of a freshly opened program and of Zoom Extents: the extents pass, its fit,
+    // then SaveView and ZoomOut, so the drawing gets a margin of 0.3 FitSpan on every side
+    // and Zoom Previous shows the tight extents. Raises as ComputeExtents does.
+    void ExtentsWithMargin(DrawSurface& canvas);
+
     // View.SetCoords(canvas).
     void SetCoords(DrawSurface& canvas);
 
