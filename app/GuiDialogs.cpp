@@ -2,7 +2,11 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QInputDialog>
 #include <QMessageBox>
+#include <QPageSetupDialog>
+#include <QPrinter>
 #include <QPushButton>
 
 namespace backplot {
@@ -41,6 +45,41 @@ QMessageBox::StandardButtons BoxButtons(MsgButtons buttons)
     return QMessageBox::Ok;
 }
 
+// A save dialog that, when asked to, accepts only the names of existing files.
+class SaveDialog : public QFileDialog {
+public:
+    SaveDialog(QWidget* parent, bool fileMustExist) : QFileDialog(parent), fileMustExist_(fileMustExist) {}
+
+    void accept() override
+    {
+        const QStringList chosen = selectedFiles();
+        if (fileMustExist_ && !chosen.isEmpty() && !QFileInfo(chosen.first()).isDir() &&
+            !QFileInfo(chosen.first()).isFile()) {
+            QMessageBox::warning(this, windowTitle(),
+                                 QFileInfo(chosen.first()).fileName() +
+                                     QStringLiteral("\nFile not found.\nCheck the file name and try again."));
+            return;
+        }
+        QFileDialog::accept();
+    }
+
+private:
+    bool fileMustExist_;
+};
+
+// Runs `show` with the arrow pointer even while the hourglass is up.
+template <typename Show>
+auto WithArrow(MousePointer pointer, Show show)
+{
+    const bool busy = pointer == MousePointer::Hourglass;
+    if (busy)
+        QApplication::setOverrideCursor(Qt::ArrowCursor);
+    auto result = show();
+    if (busy)
+        QApplication::restoreOverrideCursor();
+    return result;
+}
+
 QString LineBreaks(const std::string& text)
 {
     QString result = QString::fromStdString(text);
@@ -50,6 +89,28 @@ QString LineBreaks(const std::string& text)
 }
 
 } // namespace
+
+QStringList FilterPatterns(const QString& patternText)
+{
+    QStringList patterns;
+    const auto add = [&patterns](const QString& pattern) {
+        if (!pattern.isEmpty() && !patterns.contains(pattern))
+            patterns.append(pattern);
+    };
+    for (const QString& part : patternText.split(QLatin1Char(';'), Qt::SkipEmptyParts)) {
+        const QString pattern = part.trimmed();
+        if (pattern == QLatin1String("*.*") || pattern == QLatin1String("*")) {
+            add(QStringLiteral("*"));
+            continue;
+        }
+        add(pattern);
+        add(pattern.toLower());
+        add(pattern.toUpper());
+    }
+    if (patterns.isEmpty())
+        patterns.append(QStringLiteral("*"));
+    return patterns;
+}
 
 GuiDialogs::GuiDialogs(QWidget* parent) : parent_(parent) {}
 
@@ -71,12 +132,7 @@ MsgAnswer GuiDialogs::Message(const std::string& text, const std::string& title,
         box.setDefaultButton(QMessageBox::Yes);
         break;
     }
-    const bool busy = pointer_ == MousePointer::Hourglass;
-    if (busy)
-        QApplication::setOverrideCursor(Qt::ArrowCursor);
-    const int result = box.exec();
-    if (busy)
-        QApplication::restoreOverrideCursor();
+    const int result = WithArrow(pointer_, [&] { return box.exec(); });
 
     switch (result) {
     case QMessageBox::Cancel:
@@ -98,19 +154,60 @@ std::optional<std::string> GuiDialogs::OpenFileName(const std::string& title, co
                                                     const std::string& filterDescription,
                                                     const std::string& filterPattern)
 {
-    const QString filter =
-        QString::fromStdString(filterDescription).trimmed() + QLatin1String(" (") +
-        QString::fromStdString(filterPattern).trimmed() + QLatin1Char(')');
-    const bool busy = pointer_ == MousePointer::Hourglass;
-    if (busy)
-        QApplication::setOverrideCursor(Qt::ArrowCursor);
-    const QString chosen = QFileDialog::getOpenFileName(parent_, QString::fromStdString(title),
-                                                        QString::fromStdString(initialDir), filter);
-    if (busy)
-        QApplication::restoreOverrideCursor();
+    // The description alone is shown; the patterns in parentheses are what matches.
+    const QString filter = QString::fromStdString(filterDescription).trimmed() + QLatin1String(" (") +
+                           FilterPatterns(QString::fromStdString(filterPattern)).join(QLatin1Char(' ')) +
+                           QLatin1Char(')');
+    const QString chosen = WithArrow(pointer_, [&] {
+        return QFileDialog::getOpenFileName(parent_, QString::fromStdString(title), QString::fromStdString(initialDir),
+                                            filter, nullptr, QFileDialog::HideNameFilterDetails);
+    });
     if (chosen.isEmpty())
         return std::nullopt;
     return chosen.toStdString();
+}
+
+std::optional<std::string> GuiDialogs::SaveFileName(const std::string& title, const std::string& initialDir,
+                                                    const std::vector<FileFilter>& filters, bool fileMustExist)
+{
+    SaveDialog dialog(parent_, fileMustExist);
+    dialog.setWindowTitle(QString::fromStdString(title));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    // The platform's own dialog would not ask this class whether a name may be accepted.
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setOption(QFileDialog::HideNameFilterDetails);
+    dialog.setDirectory(QString::fromStdString(initialDir));
+    QStringList names;
+    for (const FileFilter& f : filters)
+        names.append(QString::fromStdString(f.Description).trimmed() + QLatin1String(" (") +
+                     QString::fromStdString(f.Pattern).trimmed() + QLatin1Char(')'));
+    dialog.setNameFilters(names);
+    if (!names.isEmpty())
+        dialog.selectNameFilter(names.first());
+    const int result = WithArrow(pointer_, [&] { return dialog.exec(); });
+    if (result != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return std::nullopt;
+    return dialog.selectedFiles().first().toStdString();
+}
+
+std::string GuiDialogs::TextPrompt(const std::string& prompt, const std::string& title,
+                                   const std::string& defaultText)
+{
+    QInputDialog dialog(parent_);
+    dialog.setWindowTitle(QString::fromStdString(title));
+    dialog.setLabelText(LineBreaks(prompt));
+    dialog.setTextValue(QString::fromStdString(defaultText));
+    const int result = WithArrow(pointer_, [&] { return dialog.exec(); });
+    return result == QDialog::Accepted ? dialog.textValue().toStdString() : std::string();
+}
+
+bool GuiDialogs::PrinterSetup()
+{
+    if (!printer_)
+        return false;
+    QPageSetupDialog dialog(printer_, parent_);
+    dialog.setWindowTitle(QStringLiteral("Page Setup"));
+    return WithArrow(pointer_, [&] { return dialog.exec(); }) == QDialog::Accepted;
 }
 
 void GuiDialogs::SetPointer(MousePointer pointer)

@@ -1,22 +1,10 @@
 #include "CliSession.h"
 
-#include <cstdlib>
+#include <filesystem>
 #include <ostream>
 #include <system_error>
 
 namespace backplot {
-
-namespace {
-
-std::filesystem::path MakeScratchFolder()
-{
-    std::string pattern = (std::filesystem::temp_directory_path() / "backplot-cli-XXXXXX").string();
-    if (!::mkdtemp(pattern.data()))
-        return {};
-    return pattern;
-}
-
-} // namespace
 
 CliSession::CliSession(const CliOptions& options, std::ostream& out, std::ostream& err)
     : options_(options), out_(out), err_(err), dialogs_(err), translator_(dialogs_, events_, playback_)
@@ -36,19 +24,13 @@ CliSession::CliSession(const CliOptions& options, std::ostream& out, std::ostrea
     else if (options.Command == "translate")
         folder = ".";
     else {
-        scratch_ = MakeScratchFolder();
-        folder = scratch_.empty() ? std::string(".") : scratch_.string();
+        scratch_.emplace();
+        folder = scratch_->Path().empty() ? std::string(".") : scratch_->Path().string();
     }
     translator_.SetDataFolder(folder);
 }
 
-CliSession::~CliSession()
-{
-    if (!scratch_.empty()) {
-        std::error_code ec;
-        std::filesystem::remove_all(scratch_, ec);
-    }
-}
+CliSession::~CliSession() = default;
 
 bool CliSession::Translate()
 {

@@ -3,11 +3,12 @@
 #include "CliOptions.h"
 #include "ConsoleDialogs.h"
 #include "PlaybackState.h"
+#include "ScratchFolder.h"
 #include "Settings.h"
 #include "Translator.h"
 
-#include <filesystem>
 #include <iosfwd>
+#include <optional>
 
 namespace backplot {
 
@@ -45,12 +46,17 @@ private:
     PlaybackState playback_;
     Settings settings_;
     Translator translator_;
-    std::filesystem::path scratch_; // removed afterwards when not empty
+    std::optional<ScratchFolder> scratch_; // the data folder unless one was given
 };
 
+// The subcommands; each returns the exit status.
 int RunTranslate(CliSession& session);
 int RunRecords(CliSession& session);
 int RunExtents(CliSession& session);
 int RunRender(CliSession& session);
+int RunView(CliSession& session);
+int RunDxf(CliSession& session);
+int RunPrint(CliSession& session);
+int RunDetails(CliSession& session);
 
 } // namespace backplot

@@ -69,7 +69,8 @@ int RunRecords(CliSession& session)
         reader.Open(session.Translation().RecordFilePath());
         const int total = reader.RecordTotal();
         EntityRecord record;
-        for (int n = 1; n <= total; ++n) {
+        // A reader that went away or a full disk ends the listing; main reports which.
+        for (int n = 1; n <= total && out; ++n) {
             reader.Read(n, record);
             if (json)
                 PrintJson(out, record);

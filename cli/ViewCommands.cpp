@@ -4,6 +4,7 @@
 #include "Plotter.h"
 #include "RecordFile.h"
 #include "RunTimeError.h"
+#include "ScaleSurface.h"
 
 #include <QImage>
 #include <QString>
@@ -61,7 +62,8 @@ int RunExtents(CliSession& session)
     if (!session.Translate())
         return 1;
     const CliOptions& o = session.Options();
-    ImageSurface canvas(o.Width, o.Height, static_cast<std::uint32_t>(session.Config().Backcolor));
+    // The extents pass only sets the scale: no picture is needed for it.
+    ScaleSurface canvas(o.Width, o.Height);
     Plotter plotter = MakePlotter(session);
     try {
         plotter.ComputeExtents(canvas);
@@ -106,11 +108,22 @@ int RunRender(CliSession& session)
 
     const std::string& path = o.Output;
     const bool png = path.size() >= 4 && (path.ends_with(".png") || path.ends_with(".PNG"));
-    if (!canvas.Image().save(QString::fromStdString(path), png ? "PNG" : "BMP")) {
+    if (!canvas.VisibleImage().save(QString::fromStdString(path), png ? "PNG" : "BMP")) {
         session.Err() << "backplot-cli: cannot write " << path << '\n';
         return 1;
     }
     return session.ExitCode();
+}
+
+} // namespace backplot
+
+namespace backplot {
+
+// Not built yet: the command is parsed so that its options are checked, but it does nothing.
+int RunView(CliSession& session)
+{
+    session.Err() << "backplot-cli: view is not available in this build yet\n";
+    return 1;
 }
 
 } // namespace backplot

@@ -5,11 +5,14 @@ set -euo pipefail
 
 packages=(
   g++ cmake make pkg-config
-  qt6-base-dev libgl-dev
+  qt6-base-dev libgl-dev qt6-qpa-plugins fonts-dejavu-core
   libqscintilla2-qt6-dev
-  libgtest-dev googletest
+  libgtest-dev libgmock-dev googletest
   libbenchmark-dev
-  xvfb xauth
+  # The window under a virtual display, driven as a user and a screen reader would.
+  xvfb xauth xdotool x11-utils dbus at-spi2-core python3 python3-pyatspi
+  # Exports read back by independent readers: DXF with ezdxf, PDF pages as pictures.
+  python3-ezdxf poppler-utils
 )
 
 missing=()

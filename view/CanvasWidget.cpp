@@ -2,9 +2,11 @@
 
 #include "ImageSurface.h"
 
+#include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QScreen>
 #include <cmath>
 
 namespace backplot {
@@ -42,7 +44,7 @@ void CanvasWidget::ClearPicture()
     update();
 }
 
-QImage CanvasWidget::Picture() const { return surface_->Image(); }
+QImage CanvasWidget::Picture() const { return surface_->VisibleImage(); }
 
 void CanvasWidget::paintEvent(QPaintEvent* event)
 {
@@ -53,6 +55,10 @@ void CanvasWidget::paintEvent(QPaintEvent* event)
 
 void CanvasWidget::resizeEvent(QResizeEvent* event)
 {
+    // The kept picture covers the whole screen, so a window that shrinks and grows again
+    // shows the drawing that was cut off, without a redraw.
+    if (const QScreen* screen = this->screen() ? this->screen() : QGuiApplication::primaryScreen())
+        surface_->Reserve(screen->size().width(), screen->size().height());
     surface_->Resize(width(), height());
     QWidget::resizeEvent(event);
 }

@@ -10,8 +10,9 @@ namespace backplot {
 
 class ImageSurface;
 
-// The plot canvas `picCanvas`. Everything is drawn into a persistent image the size of
-// the widget, so the picture survives repaints, resizes and windows passing over it.
+// The plot canvas `picCanvas`. Everything is drawn into a persistent image at least the
+// size of the screen, so the picture survives repaints, windows passing over it, and a
+// window that shrinks and grows again. The user scale maps onto the visible size.
 class CanvasWidget : public QWidget {
     Q_OBJECT
 public:
@@ -25,7 +26,7 @@ public:
     // Clears the canvas to the back colour and drops the stored picture.
     void ClearPicture();
 
-    // The picture as shown, for bitmap export and tests.
+    // The picture as shown (the visible part), for bitmap export and tests.
     QImage Picture() const;
 
 signals:

@@ -91,8 +91,8 @@ ImageSurface::ImageSurface(int width, int height, std::uint32_t backColor) : bac
         image_ = QImage(width, height, QImage::Format_RGB32);
         image_.fill(ToPixel(backColor_));
     }
-    width_ = image_.width();
-    height_ = image_.height();
+    width_ = visibleWidth_ = image_.width();
+    height_ = visibleHeight_ = image_.height();
     ResetScale();
 }
 
@@ -114,15 +114,15 @@ void ImageSurface::ResetScale()
     pixelScale_ = true;
     scaleLeft_ = 0;
     scaleTop_ = 0;
-    scaleWidth_ = static_cast<float>(image_.width());
-    scaleHeight_ = static_cast<float>(image_.height());
+    scaleWidth_ = static_cast<float>(visibleWidth_);
+    scaleHeight_ = static_cast<float>(visibleHeight_);
     UpdateFactors();
 }
 
 void ImageSurface::UpdateFactors()
 {
-    factorX_ = scaleWidth_ != 0 ? image_.width() / static_cast<double>(scaleWidth_) : 0;
-    factorY_ = scaleHeight_ != 0 ? image_.height() / static_cast<double>(scaleHeight_) : 0;
+    factorX_ = scaleWidth_ != 0 ? visibleWidth_ / static_cast<double>(scaleWidth_) : 0;
+    factorY_ = scaleHeight_ != 0 ? visibleHeight_ / static_cast<double>(scaleHeight_) : 0;
 }
 
 QPointF ImageSurface::Map(double x, double y) const
@@ -152,6 +152,14 @@ const QImage& ImageSurface::Image() const
 {
     dirty_ = false;
     return image_;
+}
+
+QImage ImageSurface::VisibleImage() const
+{
+    dirty_ = false;
+    if (image_.size() == QSize(visibleWidth_, visibleHeight_))
+        return image_;
+    return image_.copy(0, 0, visibleWidth_, visibleHeight_);
 }
 
 ImageSurface::Pen ImageSurface::MakePen(std::uint32_t color)
@@ -287,7 +295,7 @@ void ImageSurface::Line(double x1, double y1, double x2, double y2, std::uint32_
     const QPointF b = Map(x2, y2);
     currentX_ = x2;
     currentY_ = y2;
-    if (image_.isNull())
+    if (!Drawable())
         return;
     std::int64_t phase = 0;
     Segment(MakePen(color), a, b, phase);
@@ -304,7 +312,7 @@ void ImageSurface::Box(double x1, double y1, double x2, double y2, std::uint32_t
     QPointF b = Map(x2, y2);
     currentX_ = x2;
     currentY_ = y2;
-    if (image_.isNull())
+    if (!Drawable())
         return;
     // Clamping the corners far outside the picture keeps every visible edge where it was.
     const auto clamp = [](QPointF p) {
@@ -336,7 +344,7 @@ void ImageSurface::PSet(double x, double y, std::uint32_t color)
     const QPointF p = Map(x, y);
     currentX_ = x;
     currentY_ = y;
-    if (image_.isNull())
+    if (!Drawable())
         return;
     Pixel(MakePen(color), static_cast<std::int64_t>(std::clamp(p.x(), -1.0, ClipBound)),
           static_cast<std::int64_t>(std::clamp(p.y(), -1.0, ClipBound)));
@@ -354,7 +362,7 @@ void ImageSurface::Circle(double cx, double cy, double radius, std::uint32_t col
         throw RunTimeError("Overflow");
     currentX_ = cx;
     currentY_ = cy;
-    if (image_.isNull())
+    if (!Drawable())
         return;
     const double w = image_.width(), h = image_.height();
     if (centreX + r < -1 || centreX - r > w + 1 || centreY + r < -1 || centreY - r > h + 1)
@@ -453,20 +461,9 @@ void ImageSurface::Clear()
 
 void ImageSurface::Resize(int width, int height)
 {
-    QImage resized;
-    if (width > 0 && height > 0) {
-        resized = QImage(width, height, QImage::Format_RGB32);
-        resized.fill(ToPixel(backColor_));
-        if (!image_.isNull()) {
-            QPainter copy(&resized);
-            copy.setCompositionMode(QPainter::CompositionMode_Source);
-            copy.drawImage(0, 0, image_);
-        }
-    }
-    image_ = resized;
-    bits_ = nullptr;
-    width_ = image_.width();
-    height_ = image_.height();
+    visibleWidth_ = std::max(width, 0);
+    visibleHeight_ = std::max(height, 0);
+    Reserve(visibleWidth_, visibleHeight_);
     if (pixelScale_)
         ResetScale();
     else
@@ -474,4 +471,23 @@ void ImageSurface::Resize(int width, int height)
     MarkChanged();
 }
 
+void ImageSurface::Reserve(int width, int height)
+{
+    const int keptWidth = std::max(width, image_.isNull() ? 0 : image_.width());
+    const int keptHeight = std::max(height, image_.isNull() ? 0 : image_.height());
+    if (keptWidth <= 0 || keptHeight <= 0 || (keptWidth == image_.width() && keptHeight == image_.height()))
+        return;
+    QImage grown(keptWidth, keptHeight, QImage::Format_RGB32);
+    grown.fill(ToPixel(backColor_));
+    if (!image_.isNull()) {
+        QPainter copy(&grown);
+        copy.setCompositionMode(QPainter::CompositionMode_Source);
+        copy.drawImage(0, 0, image_);
+    }
+    image_ = grown;
+    bits_ = nullptr;
+    width_ = image_.width();
+    height_ = image_.height();
+    MarkChanged();
+}
 } // namespace backplot

@@ -14,6 +14,11 @@ namespace backplot {
 // A DrawSurface over a QImage (RGB32), for the canvas, the off-screen renders of the
 // command-line tool and picture tests. Needs no display.
 //
+// Two sizes: the visible size (PixelWidth, PixelHeight), which the user scale maps onto,
+// and the kept picture, which is at least that large and never shrinks, so what was
+// drawn beyond the visible edge reappears when the surface grows again. Drawing reaches
+// every pixel of the kept picture; Clear fills all of it.
+//
 // Mapping: a point (x, y) in plot units goes to pixel
 //   px = round((x - ScaleLeft) * PixelWidth / ScaleWidth),
 //   py = round((y - ScaleTop) * PixelHeight / ScaleHeight)   (halves rounded up),
@@ -43,8 +48,9 @@ public:
     ImageSurface(const ImageSurface&) = delete;
     ImageSurface& operator=(const ImageSurface&) = delete;
 
-    int PixelWidth() const override { return image_.width(); }
-    int PixelHeight() const override { return image_.height(); }
+    // The visible size.
+    int PixelWidth() const override { return visibleWidth_; }
+    int PixelHeight() const override { return visibleHeight_; }
 
     void SetScale(float left, float top, float width, float height) override;
     void ResetScale() override;
@@ -71,14 +77,19 @@ public:
 
     void Clear() override;
 
-    // The picture. Copies taken from it are snapshots: later drawing detaches the
-    // surface's own image first. The reference is valid until the next Resize.
+    // The kept picture, which may be larger than the visible size. Copies taken from it
+    // are snapshots: later drawing detaches the surface's own image first. The reference
+    // is valid until the next Resize or Reserve.
     const QImage& Image() const;
+    // A copy of the visible part of the picture.
+    QImage VisibleImage() const;
 
-    // A new picture size. The old picture stays in the top-left corner, the rest is
-    // filled with the back colour. A pixel scale follows the new size; a user scale keeps
+    // A new visible size. The kept picture grows to hold it (the new area in the back
+    // colour) and never shrinks. A pixel scale follows the new size; a user scale keeps
     // its values, so its units stretch until the next SetScale.
     void Resize(int width, int height);
+    // Makes the kept picture at least this large, the old picture in its top-left corner.
+    void Reserve(int width, int height);
 
     // Plot units of a pixel position (the inverse of the mapping above, unrounded).
     QPointF ToPlot(double px, double py) const;
@@ -90,6 +101,9 @@ public:
 private:
     struct Pen; // pixel value, invert flag and dash pattern of one primitive
 
+    // Something is visible to draw on; a surface of zero visible size keeps its picture
+    // but draws nothing.
+    bool Drawable() const { return !image_.isNull() && visibleWidth_ > 0 && visibleHeight_ > 0; }
     QPointF Map(double x, double y) const;
     Pen MakePen(std::uint32_t color);
     // Draws from a to b (integer-valued pixel coordinates) without b; `phase` is the dash
@@ -103,6 +117,7 @@ private:
     std::uint32_t* bits_ = nullptr; // image_'s pixels, fetched once per primitive
     std::int64_t stride_ = 0;       // pixels per image row
     std::int64_t width_ = 0, height_ = 0; // image_'s size, read per pixel
+    int visibleWidth_ = 0, visibleHeight_ = 0;
     mutable bool dirty_ = false;    // changed since the last Image()
     std::function<void()> changed_;
 

@@ -46,6 +46,7 @@ public:
     std::int16_t RecordTotal = 0; // records in the file, from the extents pass
     std::int32_t CurTool = 0;     // ToolNum of the record being drawn; 0 outside a pass
     std::uint32_t CurrentColor = 0; // colour of the record being drawn (0xBBGGRR); kept between passes
+    std::int16_t ToolChangesSeen = 0; // tool changes counted by the last tool-to-tool pass; stepping clears it
 
     EntityRenderer& Renderer() { return renderer_; }
     CAxis& Axis() { return axis_; }

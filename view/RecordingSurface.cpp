@@ -2,35 +2,14 @@
 
 #include "RunTimeError.h"
 
-#include <cmath>
-
 namespace backplot {
-
-void RecordingSurface::SetScale(float left, float top, float width, float height)
-{
-    if (!std::isfinite(left) || !std::isfinite(top) || !std::isfinite(width) ||
-        !std::isfinite(height) || width == 0 || height == 0)
-        throw RunTimeError("Invalid property value");
-    left_ = left;
-    top_ = top;
-    scaleWidth_ = width;
-    scaleHeight_ = height;
-}
-
-void RecordingSurface::ResetScale()
-{
-    left_ = 0;
-    top_ = 0;
-    scaleWidth_ = static_cast<float>(width_);
-    scaleHeight_ = static_cast<float>(height_);
-}
 
 void RecordingSurface::Log(Primitive p)
 {
     if (failing_ && *failing_ == p.Type)
         throw RunTimeError("Invalid procedure call");
-    p.Style = style_;
-    p.Mode = mode_;
+    p.Style = GetDrawStyle();
+    p.Mode = GetDrawMode();
     log_.push_back(p);
 }
 
@@ -73,7 +52,7 @@ void RecordingSurface::Circle(double cx, double cy, double radius, std::uint32_t
 
 void RecordingSurface::Clear()
 {
-    Log({.Type = Kind::Clear, .Color = foreColor_});
+    Log({.Type = Kind::Clear, .Color = ForeColor()});
     currentX_ = 0;
     currentY_ = 0;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "DrawSurface.h"
+#include "ScaleSurface.h"
 
 #include <cstdint>
 #include <optional>
@@ -9,7 +9,7 @@
 namespace backplot {
 
 // A DrawSurface that draws nothing and keeps a log of every primitive, for tests.
-class RecordingSurface : public DrawSurface {
+class RecordingSurface : public ScaleSurface {
 public:
     enum class Kind { Line, LineTo, Box, PSet, Circle, Clear };
 
@@ -26,21 +26,7 @@ public:
         DrawMode Mode = DrawMode::CopyPen;
     };
 
-    explicit RecordingSurface(int width = 400, int height = 200) : width_(width), height_(height)
-    {
-        ResetScale();
-    }
-
-    int PixelWidth() const override { return width_; }
-    int PixelHeight() const override { return height_; }
-
-    // Raises RunTimeError("Invalid property value") for a zero or non-finite width or height.
-    void SetScale(float left, float top, float width, float height) override;
-    void ResetScale() override;
-    float ScaleLeft() const override { return left_; }
-    float ScaleTop() const override { return top_; }
-    float ScaleWidth() const override { return scaleWidth_; }
-    float ScaleHeight() const override { return scaleHeight_; }
+    explicit RecordingSurface(int width = 400, int height = 200) : ScaleSurface(width, height) {}
 
     void Line(double x1, double y1, double x2, double y2, std::uint32_t color) override;
     void LineTo(double x, double y, std::uint32_t color) override;
@@ -48,15 +34,6 @@ public:
     void PSet(double x, double y, std::uint32_t color) override;
     void Circle(double cx, double cy, double radius, std::uint32_t color, double start,
                 double end) override;
-
-    void SetDrawStyle(DrawStyle style) override { style_ = style; }
-    DrawStyle GetDrawStyle() const override { return style_; }
-    void SetDrawMode(DrawMode mode) override { mode_ = mode; }
-    DrawMode GetDrawMode() const override { return mode_; }
-    void SetForeColor(std::uint32_t color) override { foreColor_ = color; }
-    std::uint32_t ForeColor() const override { return foreColor_; }
-    void SetBackColor(std::uint32_t color) override { backColor_ = color; }
-    std::uint32_t BackColor() const override { return backColor_; }
 
     void Clear() override;
 
@@ -70,14 +47,7 @@ public:
 private:
     void Log(Primitive p);
 
-    int width_;
-    int height_;
-    float left_ = 0, top_ = 0, scaleWidth_ = 1, scaleHeight_ = 1;
     double currentX_ = 0, currentY_ = 0;
-    DrawStyle style_ = DrawStyle::Solid;
-    DrawMode mode_ = DrawMode::CopyPen;
-    std::uint32_t foreColor_ = 0;
-    std::uint32_t backColor_ = 0xFFFFFF;
     std::optional<Kind> failing_;
     std::vector<Primitive> log_;
 };

@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QMessageBox>
+#include <QRegularExpression>
 #include <QTimer>
 #include <functional>
 #include <tuple>
@@ -53,6 +54,28 @@ TEST(GuiDialogs, MessageBoxHasTheIconButtonsAndTitleAsked)
         EXPECT_EQ(GuiDialogs().Message("first line\r\nsecond line", "Corvane Backplot", icon, buttons), answer);
         EXPECT_EQ(shown, QStringLiteral("Corvane Backplot|first line\nsecond line"));
     }
+}
+
+TEST(GuiDialogs, OpenFilterShowsEveryFileForTheAllFilesPattern)
+{
+    // How the file dialog's model matches a name on this platform: case-sensitively.
+    const auto shows = [](const QString& patternText, const QString& name) {
+        for (const QString& pattern : FilterPatterns(patternText))
+            if (QRegularExpression::fromWildcard(pattern, Qt::CaseSensitive).match(name).hasMatch())
+                return true;
+        return false;
+    };
+    EXPECT_TRUE(shows("*.*", "part"));        // no extension at all
+    EXPECT_TRUE(shows("*.*", "part.nc"));
+    EXPECT_TRUE(shows(" *.* ", ".hidden"));
+    EXPECT_TRUE(shows("*.nc", "PART.NC"));    // either case of the pattern
+    EXPECT_FALSE(shows("*.nc", "part"));
+    EXPECT_FALSE(shows("*.nc", "part.ngc"));
+    EXPECT_TRUE(shows("*.nc;*.ngc", "part.ngc")); // several patterns, each filtering
+    EXPECT_TRUE(shows("*.nc; *.tap", "part.tap"));
+    EXPECT_FALSE(shows("*.nc;*.ngc", "part.tap"));
+    EXPECT_EQ(FilterPatterns("*.*"), QStringList{"*"});
+    EXPECT_EQ(FilterPatterns("*.nc;*.ngc"), (QStringList{"*.nc", "*.NC", "*.ngc", "*.NGC"}));
 }
 
 TEST(DataFolder, ProgramFolderWhenWritableElseTheFallback)

@@ -51,6 +51,38 @@ public:
         OpenAnswers.pop_front();
         return answer;
     }
+    struct SaveRequest {
+        std::string Title, InitialDir;
+        std::vector<FileFilter> Filters;
+        bool FileMustExist = false;
+        bool operator==(const SaveRequest&) const = default;
+    };
+    std::optional<std::string> SaveFileName(const std::string& title, const std::string& initialDir,
+                                            const std::vector<FileFilter>& filters, bool fileMustExist) override
+    {
+        SaveRequests.push_back({title, initialDir, filters, fileMustExist});
+        if (SaveAnswers.empty())
+            return std::nullopt;
+        const auto answer = SaveAnswers.front();
+        SaveAnswers.pop_front();
+        return answer;
+    }
+    // The prompt answers with the next of PromptAnswers; an empty text (a cancel) when none is left.
+    std::string TextPrompt(const std::string& prompt, const std::string& title, const std::string& defaultText) override
+    {
+        Prompts.push_back({prompt, title, defaultText});
+        if (PromptAnswers.empty())
+            return {};
+        const std::string answer = PromptAnswers.front();
+        PromptAnswers.pop_front();
+        return answer;
+    }
+    bool PrinterSetup() override
+    {
+        ++PrinterSetups;
+        return PrinterSetupAnswer;
+    }
+
     // A long command changes the pointer around each phase, so OnPointer is where a test
     // can watch the status lines while the command runs.
     void SetPointer(MousePointer pointer) override
@@ -61,10 +93,20 @@ public:
     }
 
     std::deque<std::optional<std::string>> OpenAnswers;
+    std::deque<std::optional<std::string>> SaveAnswers;
+    std::deque<std::string> PromptAnswers;
+    bool PrinterSetupAnswer = false;
     std::function<void(MousePointer)> OnPointer;
 
     std::vector<ShownMessage> Messages;
     std::vector<OpenRequest> OpenRequests;
+    std::vector<SaveRequest> SaveRequests;
+    struct PromptRequest {
+        std::string Prompt, Title, Default;
+        bool operator==(const PromptRequest&) const = default;
+    };
+    std::vector<PromptRequest> Prompts;
+    int PrinterSetups = 0;
     std::vector<MousePointer> Pointers;
 };
 

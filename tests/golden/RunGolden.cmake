@@ -1,8 +1,16 @@
 # Runs one golden case of backplot-cli and compares stdout, stderr and the exit status.
 # @DIR@ and @WORK@ are literal stand-ins, not @VAR@ references.
+#
+# Optional files of a case:
+#   pipe         a command line that reads the tool's stdout (such as "head -n 1"); the
+#                expected stdout is then what that command prints
+#   stdout-file  a file the tool's stdout goes to instead (such as /dev/full)
+# Every case runs with TMPDIR set to a folder of its own, which must be empty afterwards:
+# the tool leaves nothing behind on any way out.
 cmake_minimum_required(VERSION 3.25)
 file(REMOVE_RECURSE ${WORK})
-file(MAKE_DIRECTORY ${WORK})
+file(MAKE_DIRECTORY ${WORK}/tmp)
+set(ENV{TMPDIR} ${WORK}/tmp)
 file(STRINGS ${CASE}/args lines)
 set(args "")
 foreach(line IN LISTS lines)
@@ -10,9 +18,25 @@ foreach(line IN LISTS lines)
   string(REPLACE "@WORK@" "${WORK}" line "${line}")
   list(APPEND args "${line}")
 endforeach()
-execute_process(COMMAND ${CLI} ${args}
+
+set(reader "")
+if(EXISTS ${CASE}/pipe)
+  file(STRINGS ${CASE}/pipe reader)
+  separate_arguments(reader UNIX_COMMAND "${reader}")
+  set(reader COMMAND ${reader})
+endif()
+set(redirect "")
+if(EXISTS ${CASE}/stdout-file)
+  file(STRINGS ${CASE}/stdout-file target)
+  set(redirect OUTPUT_FILE ${target})
+else()
+  set(redirect OUTPUT_VARIABLE out)
+endif()
+execute_process(COMMAND ${CLI} ${args} ${reader}
   WORKING_DIRECTORY ${WORK}
-  OUTPUT_VARIABLE out ERROR_VARIABLE err RESULT_VARIABLE status)
+  ${redirect} ERROR_VARIABLE err RESULTS_VARIABLE statuses)
+list(GET statuses 0 status)
+
 # Paths in the output stand for themselves as they do in args.
 foreach(part out err)
   string(REPLACE "${CASE}" "@DIR@" ${part} "${${part}}")
@@ -36,6 +60,11 @@ foreach(part stdout stderr status)
     endif()
   endif()
 endforeach()
+file(GLOB leftovers ${WORK}/tmp/*)
+if(leftovers)
+  message(SEND_ERROR "left behind in TMPDIR: ${leftovers}")
+  set(failed TRUE)
+endif()
 if(failed)
   message(FATAL_ERROR "golden case failed")
 endif()

@@ -37,16 +37,41 @@ TEST_F(Canvas, PictureSurvivesRepaintAndResize)
     EXPECT_EQ(shown.pixel(99, 59), qRgb(0, 0, 255));
 
     canvas.SetBackColor(0x00FFFF);
-    canvas.resize(150, 80);
-    QApplication::processEvents();
-    const QImage picture = canvas.Picture();
-    ASSERT_EQ(picture.size(), QSize(150, 80));
-    EXPECT_EQ(picture.pixel(99, 30), qRgb(255, 0, 0)); // the old picture, top left
-    EXPECT_EQ(picture.pixel(99, 59), qRgb(0, 0, 255));
-    EXPECT_EQ(picture.pixel(100, 30), qRgb(255, 255, 0)); // the new area in the back colour
-    EXPECT_EQ(picture.pixel(10, 70), qRgb(255, 255, 0));
     canvas.ClearPicture();
     EXPECT_EQ(canvas.Picture().pixel(0, 30), qRgb(255, 255, 0));
+}
+
+TEST_F(Canvas, ShrinkThenGrowKeepsWhatWasCutOff)
+{
+    CanvasWidget canvas;
+    canvas.resize(200, 100);
+    canvas.show();
+    QApplication::processEvents();
+    DrawSurface& s = canvas.Surface();
+    s.SetScale(0, 0, 20, 10);
+    s.PSet(19.5, 9.5, 0x0000FF); // pixel (195, 95), near the far corner
+    s.Line(0, 5, 20, 5, 0xFF0000);
+
+    canvas.resize(80, 40);
+    QApplication::processEvents();
+    EXPECT_EQ(canvas.Picture().size(), QSize(80, 40)); // only the visible part is the picture
+    EXPECT_EQ(s.PixelWidth(), 80);                     // the view is fitted to what is visible
+
+    canvas.resize(200, 100);
+    QApplication::processEvents();
+    const QImage shown = canvas.grab().toImage();
+    EXPECT_EQ(shown.pixel(195, 95), qRgb(255, 0, 0));
+    EXPECT_EQ(shown.pixel(150, 50), qRgb(0, 0, 255));
+    EXPECT_EQ(shown.pixel(150, 49), qRgb(255, 255, 255));
+
+    // Drawing while small still reaches the part of the picture that is cut off.
+    canvas.resize(80, 40);
+    QApplication::processEvents();
+    s.SetScale(0, 0, 8, 4);
+    s.PSet(15, 7, 0x00FF00); // pixel (150, 70), outside the visible 80 x 40
+    canvas.resize(200, 100);
+    QApplication::processEvents();
+    EXPECT_EQ(canvas.Picture().pixel(150, 70), qRgb(0, 255, 0));
 }
 
 } // namespace

@@ -1,0 +1,14 @@
+#include "CliSession.h"
+
+#include <ostream>
+
+namespace backplot {
+
+// Not built yet: the command is parsed so that its options are checked, but it does nothing.
+int RunDxf(CliSession& session)
+{
+    session.Err() << "backplot-cli: dxf is not available in this build yet\n";
+    return 1;
+}
+
+} // namespace backplot

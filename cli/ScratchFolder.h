@@ -1,0 +1,25 @@
+#pragma once
+
+#include <filesystem>
+
+namespace backplot {
+
+// The temporary data folder of one run, removed on every way out: when the object goes,
+// and when SIGINT, SIGTERM, SIGHUP or SIGQUIT ends the process (the signal then ends it as
+// it would have). One at a time per process.
+class ScratchFolder {
+public:
+    // Creates backplot-cli-XXXXXX in the temporary folder ($TMPDIR); Path() is empty when
+    // that fails.
+    ScratchFolder();
+    ~ScratchFolder();
+    ScratchFolder(const ScratchFolder&) = delete;
+    ScratchFolder& operator=(const ScratchFolder&) = delete;
+
+    const std::filesystem::path& Path() const { return path_; }
+
+private:
+    std::filesystem::path path_;
+};
+
+} // namespace backplot

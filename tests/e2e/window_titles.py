@@ -1,0 +1,41 @@
+"""The titles the platform gives the windows read exactly as the program sets them, and
+the open dialog shows part programs whose names have no extension."""
+
+import os
+import sys
+
+from desktop import Desktop, check, find_all, wait_for
+
+
+def main(program):
+    with Desktop() as d:
+        work = os.path.dirname(d.write("work/part", "G1 X1. Y1.\n"))
+        d.write("work/empty.nc", "")
+        d.store_settings(**{"Work_Dir": work})
+        d.start(program)
+
+        main_window = d.window("Tarvo Backplot")
+        check(d.xdotool("getwindowname", main_window) == "Tarvo Backplot", "main window title")
+        app = d.accessible_app()
+
+        d.key(main_window, "ctrl+o")
+        dialog = d.window("Open File")
+        check(d.xdotool("getwindowname", dialog) == "Open File", "open dialog title")
+        wait_for("'part' listed in the open dialog", lambda: find_all(app, lambda n: n.name == "part"))
+
+        d.type(dialog, "empty.nc")
+        d.key(dialog, "Return")
+        box = d.window("Corvane Backplot")
+        texts = wait_for("the message text", lambda: [n.name for n in find_all(
+            app, lambda n: n.name.endswith(" is an empty file"))])
+        check(texts[0] == os.path.join(work, "empty.nc") + " is an empty file", "message text: %r" % texts[0])
+        for name in d.window_names():
+            check("\u2014" not in name and "Tarvo Backplot" not in name or name == "Tarvo Backplot",
+                  "a title with something appended: %r" % name)
+        d.key(box, "Return")
+        wait_for("the box to close", lambda: "Corvane Backplot" not in d.window_names())
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1]))
