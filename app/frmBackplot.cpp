@@ -4,18 +4,24 @@
 #include "DataFolder.h"
 #include "GuiDialogs.h"
 #include "Icons.h"
+#include "Keyboard.h"
 #include "NumberFormat.h"
 #include "RunTimeError.h"
+#include "SlowMotion.h"
+#include "Stepper.h"
+#include "ViewCommands.h"
+#include "WindowHost.h"
 #include "frmAbout.h"
+#include "frmDrawAids.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QStatusBar>
@@ -28,50 +34,16 @@ namespace {
 
 constexpr const char* MessageTitle = "Corvane Backplot";
 
-// Toolbar buttons in order; an empty key is a separator.
-struct ToolbarButton {
-    const char* key;
-    const char* toolTip;
-    const char* caption;
-};
-constexpr ToolbarButton ToolbarButtons[] = {
-    {"Exit", "Exit Program", "Exit"},
-    {"", "", ""},
-    {"Open", "Open File to Plot", "Open"},
-    {"", "", ""},
-    {"Clear", "Clear Screen", "Clear"},
-    {"", "", ""},
-    {"Print", "Print", "Print"},
-    {"Preview", "Print Preview", "Preview"},
-    {"", "", ""},
-    {"Pan", "Pan", "Pan"},
-    {"ZoomExtends", "Zoom Extends", "Extends"},
-    {"ZWindow", "Zoom Window", "Window"},
-    {"ZIn", "Zoom In", "Z In"},
-    {"ZOut", "Zoom Out", "Z Out"},
-    {"Refresh", "Refresh Plot", "Refresh"},
-    {"", "", ""},
-    {"Step", "Single Block Step", "Step"},
-    {"Slow", "Slow Motion Block Step", "Slow"},
-    {"Pause", "Pause", "Pause"},
-    {"Stop", "Stop", "Pause"},
-    {"", "", ""},
-    {"GCode", "Show GCode", "GCode"},
-    {"", "", ""},
-    {"Rapid", "Toggle Rapid Lines", "Rapid"},
-    {"Axis", "Toggle Axis Lines", "Axis"},
-    {"", "", ""},
-    {"Properties", "BackPlot Properties", "Properties"},
-    {"", "", ""},
-    {"ToolColors", "Toogle Tool Change Colors", "Tool Colors"},
-};
-
-// Menu captions with an ampersand in a path must show it, not take it as an access key.
-QString MenuCaption(const QString& path)
+MouseButton ButtonOf(Qt::MouseButton button)
 {
-    QString caption = path;
-    caption.replace(QLatin1Char('&'), QLatin1String("&&"));
-    return caption;
+    switch (button) {
+    case Qt::RightButton:
+        return MouseButton::Right;
+    case Qt::LeftButton:
+        return MouseButton::Left;
+    default:
+        return MouseButton::Middle;
+    }
 }
 
 } // namespace
@@ -92,22 +64,34 @@ frmBackplot::frmBackplot(UserDialogs* dialogs, QWidget* parent) : QMainWindow(pa
     plotter_ = std::make_unique<Plotter>(settings_, translator_->ToolColors(), translator_->State(), playback_,
                                          translator_->Record(), *dialogs_, events_,
                                          [this] { return translator_->RecordFilePath(); });
-    plotter_->SetPassEndedHook([this](bool) {
-        mnuSlowMotion_->setChecked(false);
-        mnuStep_->setChecked(false);
-    });
 
     picCanvas_ = new CanvasWidget(this);
     picCanvas_->setObjectName(QStringLiteral("picCanvas"));
+    picCanvas_->setFocusPolicy(Qt::StrongFocus);
     setCentralWidget(picCanvas_);
-
-    createActions();
-    createMenus();
-    createToolBars();
+    commands_ = new CommandSurface(this);
     createStatusBar();
+
+    host_ = std::make_unique<WindowHost>(*this);
+    viewCommands_ = std::make_unique<ViewCommands>(*plotter_, picSurface(), settings_, playback_, *dialogs_, *host_);
+    stepper_ = std::make_unique<Stepper>(*plotter_, picSurface(), *translator_, playback_, *dialogs_, *host_);
+    slowMotion_ = std::make_unique<SlowMotion>(*plotter_, picSurface(), settings_, playback_, *host_);
+    keyboard_ = std::make_unique<Keyboard>(*this);
+    // A pass that reached the end of the program: playback is over.
+    plotter_->SetPassEndedHook([this](bool slowMotionEnded) {
+        commands_->mnuStep->setChecked(false);
+        commands_->mnuSlowMotion->setChecked(false);
+        if (slowMotionEnded) {
+            lblCode_->setText(QString::fromStdString(fileName_) + QStringLiteral("  "));
+            host_->RestoreToolbar();
+        }
+    });
+    wireCommands();
 
     // 1. Settings, into this window, the translator's tool colours and its machine type.
     readSettings();
+    viewCommands_->MillMode = settings_.Mill;
+    commands_->ShowToggles(settings_.ShowRapid, settings_.ShowAxis, settings_.ToolColor);
 
     // 2. The working files go next to the program unless that folder is read-only.
     const DataFolder folder = DataFolder::ForThisProgram();
@@ -134,259 +118,118 @@ frmBackplot::~frmBackplot() = default;
 
 // ---- Construction ----
 
-QAction* frmBackplot::newAction(const char* name, const QString& caption)
+void frmBackplot::wireCommands()
 {
-    auto* action = new QAction(caption, this);
-    action->setObjectName(QString::fromLatin1(name));
-    return action;
-}
+    CommandSurface& c = *commands_;
+    const auto on = [this](QAction* action, void (frmBackplot::*handler)()) {
+        connect(action, &QAction::triggered, this, handler);
+    };
+    // A checkable item's command owns its mark: the one Qt flips is given back first.
+    const auto onChecked = [this](QAction* action, void (frmBackplot::*handler)()) {
+        connect(action, &QAction::triggered, this, [this, action, handler](bool checked) {
+            action->setChecked(!checked);
+            (this->*handler)();
+        });
+    };
+    on(c.mnuFileOpen, &frmBackplot::mnuFileOpen_Click);
+    on(c.mnuWinbmp, &frmBackplot::mnuWinbmp_Click);
+    on(c.mnuDxfFile, &frmBackplot::mnuDxfFile_Click);
+    on(c.mnuPrintPreview, &frmBackplot::mnuPrintPreview_Click);
+    on(c.mnuPrint, &frmBackplot::mnuPrint_Click);
+    on(c.mnuPrinter, &frmBackplot::mnuPrinter_Click);
+    on(c.mnuExit, &frmBackplot::mnuExit_Click);
+    for (int i = 1; i <= RecentFiles::Count; ++i)
+        connect(c.mnuRecentFile[static_cast<std::size_t>(i)], &QAction::triggered, this,
+                [this, i] { mnuRecentFile_Click(i); });
+    on(c.mnuClear, &frmBackplot::mnuClear_Click);
+    on(c.mnuRedraw, &frmBackplot::mnuRedraw_Click);
+    onChecked(c.mnuAutoOn, &frmBackplot::mnuAutoOn_Click);
+    onChecked(c.mnuAutoOff, &frmBackplot::mnuAutoOff_Click);
+    on(c.mnuZExtents, &frmBackplot::mnuZExtents_Click);
+    on(c.mnuZPrev, &frmBackplot::mnuZPrev_Click);
+    on(c.mnuZWindow, &frmBackplot::mnuZWindow_Click);
+    on(c.mnuZIn, &frmBackplot::mnuZIn_Click);
+    on(c.mnuZOut, &frmBackplot::mnuZOut_Click);
+    on(c.mnuPoint, &frmBackplot::mnuPoint_Click);
+    on(c.mnuPanLeft, &frmBackplot::mnuPanLeft_Click);
+    on(c.mnuPanRight, &frmBackplot::mnuPanRight_Click);
+    on(c.mnuPanUp, &frmBackplot::mnuPanUp_Click);
+    on(c.mnuPanDown, &frmBackplot::mnuPanDown_Click);
+    onChecked(c.mnuStep, &frmBackplot::mnuStep_Click);
+    on(c.mnuDetails, &frmBackplot::mnuDetails_Click);
+    onChecked(c.mnuSlowMotion, &frmBackplot::mnuSlowMotion_Click);
+    on(c.mnuTool1, &frmBackplot::mnuTool1_Click);
+    on(c.mnuTool2, &frmBackplot::mnuTool2_Click);
+    onChecked(c.mnuSource, &frmBackplot::mnuSource_Click);
+    on(c.mnuDrawAids, &frmBackplot::mnuDrawAids_Click);
+    on(c.mnuPref, &frmBackplot::mnuPref_Click);
+    onChecked(c.mnuCaptions, &frmBackplot::mnuCaptions_Click);
+    on(c.mnuHelpFile, &frmBackplot::mnuHelpFile_Click);
+    on(c.mnuAbout, &frmBackplot::mnuAbout_Click);
 
-QMenu* frmBackplot::topMenu(const char* name, const QString& caption)
-{
-    QMenu* menu = menuBar()->addMenu(caption);
-    menu->setObjectName(QString::fromLatin1(name));
-    menu->menuAction()->setObjectName(QString::fromLatin1(name));
-    return menu;
-}
-
-QMenu* frmBackplot::subMenu(QMenu* parent, const char* name, const QString& caption)
-{
-    QMenu* menu = parent->addMenu(caption);
-    menu->setObjectName(QString::fromLatin1(name));
-    menu->menuAction()->setObjectName(QString::fromLatin1(name));
-    return menu;
-}
-
-QAction* frmBackplot::separator(QMenu* menu, const char* name)
-{
-    QAction* action = menu->addSeparator();
-    action->setObjectName(QString::fromLatin1(name));
-    return action;
-}
-
-void frmBackplot::connectChecked(QAction* action, void (frmBackplot::*handler)())
-{
-    action->setCheckable(true);
-    connect(action, &QAction::triggered, this, [this, action, handler](bool checked) {
-        // Qt has already flipped the mark; give it back so the handler decides.
-        action->setChecked(!checked);
-        (this->*handler)();
-    });
-}
-
-void frmBackplot::createActions()
-{
-    // File
-    mnuFileOpen_ = newAction("mnuFileOpen", QStringLiteral("&Open..."));
-    mnuFileOpen_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
-    connect(mnuFileOpen_, &QAction::triggered, this, &frmBackplot::mnuFileOpen_Click);
-    mnuWinbmp_ = newAction("mnuWinbmp", QStringLiteral("&Windows Bitmap"));
-    connect(mnuWinbmp_, &QAction::triggered, this, &frmBackplot::mnuWinbmp_Click);
-    mnuDxfFile_ = newAction("mnuDxfFile", QStringLiteral("&DXF File"));
-    connect(mnuDxfFile_, &QAction::triggered, this, &frmBackplot::mnuDxfFile_Click);
-    mnuPrintPreview_ = newAction("mnuPrintPreview", QStringLiteral("Print Pre&view"));
-    connect(mnuPrintPreview_, &QAction::triggered, this, &frmBackplot::mnuPrintPreview_Click);
-    mnuPrint_ = newAction("mnuPrint", QStringLiteral("&Print"));
-    mnuPrint_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_P));
-    connect(mnuPrint_, &QAction::triggered, this, &frmBackplot::mnuPrint_Click);
-    mnuPrinter_ = newAction("mnuPrinter", QStringLiteral("Printer Set&up..."));
-    connect(mnuPrinter_, &QAction::triggered, this, &frmBackplot::mnuPrinter_Click);
-    mnuExit_ = newAction("mnuExit", QStringLiteral("E&xit"));
-    connect(mnuExit_, &QAction::triggered, this, &frmBackplot::mnuExit_Click);
-    for (int i = 1; i <= RecentFiles::Count; ++i) {
-        QAction* entry = newAction("", QStringLiteral("RecentFile%1").arg(i));
-        entry->setObjectName(QStringLiteral("mnuRecentFile%1").arg(i));
-        entry->setVisible(false);
-        connect(entry, &QAction::triggered, this, [this, i] { mnuRecentFile_Click(i); });
-        mnuRecentFile_[static_cast<std::size_t>(i)] = entry;
-    }
-
-    // Edit (never shown)
-    mnuDelete_ = newAction("mnuDelete", QStringLiteral("&Delete"));
-    mnuDelete_->setShortcut(QKeySequence(Qt::Key_Delete));
-
-    // View
-    mnuClear_ = newAction("mnuClear", QStringLiteral("&Clear"));
-    connect(mnuClear_, &QAction::triggered, this, &frmBackplot::mnuClear_Click);
-    mnuRedraw_ = newAction("mnuRedraw", QStringLiteral("&Redraw"));
-    connect(mnuRedraw_, &QAction::triggered, this, &frmBackplot::mnuRedraw_Click);
-    mnuAutoOn_ = newAction("mnuAutoOn", QStringLiteral("On"));
-    connectChecked(mnuAutoOn_, &frmBackplot::mnuAutoOn_Click);
-    mnuAutoOff_ = newAction("mnuAutoOff", QStringLiteral("Off"));
-    connectChecked(mnuAutoOff_, &frmBackplot::mnuAutoOff_Click);
-    mnuAutoOff_->setChecked(true);
-    mnuZExtents_ = newAction("mnuZExtents", QStringLiteral("Full Drawing &Extents"));
-    connect(mnuZExtents_, &QAction::triggered, this, &frmBackplot::mnuZExtents_Click);
-    mnuZPrev_ = newAction("mnuZPrev", QStringLiteral("&Previous"));
-    connect(mnuZPrev_, &QAction::triggered, this, &frmBackplot::mnuZPrev_Click);
-    mnuZWindow_ = newAction("mnuZWindow", QStringLiteral("&Window"));
-    connect(mnuZWindow_, &QAction::triggered, this, &frmBackplot::mnuZWindow_Click);
-    mnuZIn_ = newAction("mnuZIn", QStringLiteral("&In"));
-    connect(mnuZIn_, &QAction::triggered, this, &frmBackplot::mnuZIn_Click);
-    mnuZOut_ = newAction("mnuZOut", QStringLiteral("&Out"));
-    connect(mnuZOut_, &QAction::triggered, this, &frmBackplot::mnuZOut_Click);
-    mnuPoint_ = newAction("mnuPoint", QStringLiteral("&Point"));
-    connect(mnuPoint_, &QAction::triggered, this, &frmBackplot::mnuPoint_Click);
-    mnuPanLeft_ = newAction("mnuPanLeft", QStringLiteral("&Left"));
-    connect(mnuPanLeft_, &QAction::triggered, this, &frmBackplot::mnuPanLeft_Click);
-    mnuPanRight_ = newAction("mnuPanRight", QStringLiteral("&Right"));
-    connect(mnuPanRight_, &QAction::triggered, this, &frmBackplot::mnuPanRight_Click);
-    mnuPanUp_ = newAction("mnuPanUp", QStringLiteral("&Up"));
-    connect(mnuPanUp_, &QAction::triggered, this, &frmBackplot::mnuPanUp_Click);
-    mnuPanDown_ = newAction("mnuPanDown", QStringLiteral("&Down"));
-    connect(mnuPanDown_, &QAction::triggered, this, &frmBackplot::mnuPanDown_Click);
-    mnuStep_ = newAction("mnuStep", QStringLiteral("&Single Block Step"));
-    connectChecked(mnuStep_, &frmBackplot::mnuStep_Click);
-    mnuDetails_ = newAction("mnuDetails", QStringLiteral("Step &Details"));
-    connect(mnuDetails_, &QAction::triggered, this, &frmBackplot::mnuDetails_Click);
-    mnuSlowMotion_ = newAction("mnuSlowMotion", QStringLiteral("Slow &Motion Block Step"));
-    connectChecked(mnuSlowMotion_, &frmBackplot::mnuSlowMotion_Click);
-    mnuTool1_ = newAction("mnuTool1", QStringLiteral("Tool To &EOF"));
-    connect(mnuTool1_, &QAction::triggered, this, &frmBackplot::mnuTool1_Click);
-    mnuTool2_ = newAction("mnuTool2", QStringLiteral("&Tool To Tool"));
-    connect(mnuTool2_, &QAction::triggered, this, &frmBackplot::mnuTool2_Click);
-    mnuSource_ = newAction("mnuSource", QStringLiteral("&View GCode Source"));
-    connectChecked(mnuSource_, &frmBackplot::mnuSource_Click);
-
-    // Options
-    mnuDrawAids_ = newAction("mnuDrawAids", QStringLiteral("Drawing &Aids..."));
-    connect(mnuDrawAids_, &QAction::triggered, this, &frmBackplot::mnuDrawAids_Click);
-    mnuText_ = newAction("mnuText", QStringLiteral("&Text..."));
-    mnuText_->setVisible(false);
-    mnuCoords_ = newAction("mnuCoords", QStringLiteral("Coordinates"));
-    mnuCoords_->setVisible(false);
-    mnuPref_ = newAction("mnuPref", QStringLiteral("&Properties..."));
-    connect(mnuPref_, &QAction::triggered, this, &frmBackplot::mnuPref_Click);
-    mnuCaptions_ = newAction("mnuCaptions", QStringLiteral("Show Toolbar Captions"));
-    connectChecked(mnuCaptions_, &frmBackplot::mnuCaptions_Click);
-    mnuCaptions_->setVisible(false);
-
-    // Help
-    mnuHelpFile_ = newAction("mnuHelpFile", QStringLiteral("Tarvo Backplot Help &Topics"));
-    connect(mnuHelpFile_, &QAction::triggered, this, &frmBackplot::mnuHelpFile_Click);
-    mnuAbout_ = newAction("mnuAbout", QStringLiteral("&About..."));
-    connect(mnuAbout_, &QAction::triggered, this, &frmBackplot::mnuAbout_Click);
+    const auto button = [&](const char* key, void (frmBackplot::*handler)()) {
+        on(c.Button(QString::fromLatin1(key)), handler);
+    };
+    button("Exit", &frmBackplot::mnuExit_Click);
+    button("Open", &frmBackplot::mnuFileOpen_Click);
+    button("Clear", &frmBackplot::mnuClear_Click);
+    button("Print", &frmBackplot::mnuPrint_Click);
+    button("Preview", &frmBackplot::mnuPrintPreview_Click);
+    button("Pan", &frmBackplot::mnuPoint_Click);
+    button("ZoomExtends", &frmBackplot::mnuZExtents_Click);
+    button("ZWindow", &frmBackplot::mnuZWindow_Click);
+    button("ZIn", &frmBackplot::mnuZIn_Click);
+    button("ZOut", &frmBackplot::mnuZOut_Click);
+    button("Refresh", &frmBackplot::mnuRedraw_Click);
+    button("Step", &frmBackplot::mnuStep_Click);
+    button("Slow", &frmBackplot::mnuSlowMotion_Click);
+    button("Pause", &frmBackplot::tbPause_Click);
+    button("Stop", &frmBackplot::tbStop_Click);
+    button("GCode", &frmBackplot::mnuSource_Click);
+    button("Rapid", &frmBackplot::tbRapid_Click);
+    button("Axis", &frmBackplot::tbAxis_Click);
+    button("Properties", &frmBackplot::mnuPref_Click);
+    button("ToolColors", &frmBackplot::tbToolColors_Click);
 
     // A button nobody sees; it prints, like "&Print".
     cmdHidden_ = new QPushButton(QStringLiteral("Hidden"), this);
     cmdHidden_->setObjectName(QStringLiteral("cmdHidden"));
     cmdHidden_->hide();
     connect(cmdHidden_, &QPushButton::clicked, this, &frmBackplot::mnuPrint_Click);
+
+    // The canvas mouse.
+    ViewCommands& view = *viewCommands_;
+    connect(picCanvas_, &CanvasWidget::MouseDown, this,
+            [&view](Qt::MouseButton b, Qt::KeyboardModifiers, float x, float y) { view.MouseDown(ButtonOf(b), x, y); });
+    connect(picCanvas_, &CanvasWidget::MouseMove, this,
+            [&view](Qt::MouseButtons b, Qt::KeyboardModifiers, float x, float y) {
+                view.MouseMove(b.testFlag(Qt::LeftButton), x, y);
+            });
+    connect(picCanvas_, &CanvasWidget::MouseUp, this,
+            [&view](Qt::MouseButton b, Qt::KeyboardModifiers, float x, float y) { view.MouseUp(ButtonOf(b), x, y); });
+    // The wheel zooms as the + and - keys do.
+    connect(picCanvas_, &CanvasWidget::Wheel, this, [this](int notches) {
+        if (fileOperation_ || !programLoaded_)
+            return;
+        for (int i = 0; i < std::abs(notches); ++i)
+            notches > 0 ? mnuZIn_Click() : mnuZOut_Click();
+    });
 }
 
-void frmBackplot::createMenus()
-{
-    mnuFileMain_ = topMenu("mnuFileMain", QStringLiteral("&File"));
-    mnuFileMain_->addAction(mnuFileOpen_);
-    mnuSaveAs_ = subMenu(mnuFileMain_, "mnuSaveAs", QStringLiteral("Save &As..."));
-    mnuSaveAs_->addAction(mnuWinbmp_);
-    mnuSaveAs_->addAction(mnuDxfFile_);
-    separator(mnuFileMain_, "mnuFbar1");
-    mnuFileMain_->addAction(mnuPrintPreview_);
-    mnuFileMain_->addAction(mnuPrint_);
-    mnuFileMain_->addAction(mnuPrinter_);
-    separator(mnuFileMain_, "mnhFbar2");
-    mnuFileMain_->addAction(mnuExit_);
-    mnuRecentFile_[0] = separator(mnuFileMain_, "mnuRecentFile0");
-    mnuRecentFile_[0]->setVisible(false);
-    for (int i = 1; i <= RecentFiles::Count; ++i)
-        mnuFileMain_->addAction(mnuRecentFile_[static_cast<std::size_t>(i)]);
+namespace {
 
-    mnuEdit_ = topMenu("mnuEdit", QStringLiteral("&Edit"));
-    mnuEdit_->addAction(mnuDelete_);
-    mnuEdit_->menuAction()->setVisible(false);
-
-    mnuViewMain_ = topMenu("mnuViewMain", QStringLiteral("&View"));
-    mnuViewMain_->addAction(mnuClear_);
-    separator(mnuViewMain_, "mnuVBar1");
-    mnuViewMain_->addAction(mnuRedraw_);
-    mnuAutoRedraw_ = subMenu(mnuViewMain_, "mnuAutoRedraw", QStringLiteral("&Auto Redraw"));
-    mnuAutoRedraw_->addAction(mnuAutoOn_);
-    mnuAutoRedraw_->addAction(mnuAutoOff_);
-    separator(mnuViewMain_, "mnuVBar2");
-    mnuZoomMain_ = subMenu(mnuViewMain_, "mnuZoomMain", QStringLiteral("&Zoom"));
-    mnuZoomMain_->addActions({mnuZExtents_, mnuZPrev_, mnuZWindow_, mnuZIn_, mnuZOut_});
-    mnuPanMain_ = subMenu(mnuViewMain_, "mnuPanMain", QStringLiteral("&Pan"));
-    mnuPanMain_->addActions({mnuPoint_, mnuPanLeft_, mnuPanRight_, mnuPanUp_, mnuPanDown_});
-    separator(mnuViewMain_, "mnuVBar3");
-    mnuViewMain_->addAction(mnuStep_);
-    mnuViewMain_->addAction(mnuDetails_);
-    separator(mnuViewMain_, "mnuVBar4");
-    mnuViewMain_->addAction(mnuSlowMotion_);
-    separator(mnuViewMain_, "mnuVBar5");
-    mnuPlotFrom_ = subMenu(mnuViewMain_, "mnuPlotFrom", QStringLiteral("Plot &From"));
-    mnuPlotFrom_->addAction(mnuTool1_);
-    mnuPlotFrom_->addAction(mnuTool2_);
-    mnuPlotFrom_->menuAction()->setVisible(false);
-    mnuVBar6_ = separator(mnuViewMain_, "mnuVBar6");
-    mnuVBar6_->setVisible(false);
-    mnuViewMain_->addAction(mnuSource_);
-
-    mnuToolsMain_ = topMenu("mnuToolsMain", QStringLiteral("&Options"));
-    mnuToolsMain_->addActions({mnuDrawAids_, mnuText_, mnuCoords_, mnuPref_, mnuCaptions_});
-
-    mnuHelp_ = topMenu("mnuHelp", QStringLiteral("&Help"));
-    mnuHelp_->addAction(mnuHelpFile_);
-    separator(mnuHelp_, "mnuHBar1");
-    mnuHelp_->addAction(mnuAbout_);
-}
-
-void frmBackplot::createToolBars()
-{
-    cToolbar1_ = addToolBar(QStringLiteral("Toolbar"));
-    cToolbar1_->setObjectName(QStringLiteral("cToolbar1"));
-    cToolbar1_->setIconSize(QSize(16, 16));
-    cToolbar1_->setToolButtonStyle(Qt::ToolButtonIconOnly);
-    cToolbar1_->setMovable(false);
-    cToolbar1_->toggleViewAction()->setEnabled(false);
-
-    for (const ToolbarButton& entry : ToolbarButtons) {
-        const QString key = QString::fromLatin1(entry.key);
-        if (key.isEmpty()) {
-            cToolbar1_->addSeparator();
-            continue;
-        }
-        auto* action = new QAction(Icons::ToolbarIcon(key), QString::fromLatin1(entry.caption), this);
-        action->setObjectName(key);
-        action->setToolTip(QString::fromLatin1(entry.toolTip));
-        cToolbar1_->addAction(action);
-        buttons_.insert(key, action);
-    }
-
-    const auto wire = [this](const char* key, void (frmBackplot::*handler)()) {
-        connect(buttons_.value(QString::fromLatin1(key)), &QAction::triggered, this, handler);
-    };
-    wire("Exit", &frmBackplot::mnuExit_Click);
-    wire("Open", &frmBackplot::mnuFileOpen_Click);
-    wire("Clear", &frmBackplot::mnuClear_Click);
-    wire("Print", &frmBackplot::mnuPrint_Click);
-    wire("Preview", &frmBackplot::mnuPrintPreview_Click);
-    wire("Pan", &frmBackplot::mnuPoint_Click);
-    wire("ZoomExtends", &frmBackplot::mnuZExtents_Click);
-    wire("ZWindow", &frmBackplot::mnuZWindow_Click);
-    wire("ZIn", &frmBackplot::mnuZIn_Click);
-    wire("ZOut", &frmBackplot::mnuZOut_Click);
-    wire("Refresh", &frmBackplot::mnuRedraw_Click);
-    wire("Step", &frmBackplot::mnuStep_Click);
-    wire("Slow", &frmBackplot::mnuSlowMotion_Click);
-    wire("Pause", &frmBackplot::tbPause_Click);
-    wire("Stop", &frmBackplot::tbStop_Click);
-    wire("GCode", &frmBackplot::mnuSource_Click);
-    wire("Rapid", &frmBackplot::tbRapid_Click);
-    wire("Axis", &frmBackplot::tbAxis_Click);
-    wire("Properties", &frmBackplot::mnuPref_Click);
-    wire("ToolColors", &frmBackplot::tbToolColors_Click);
-}
-
-QLabel* frmBackplot::statusLabel(const char* name, QWidget* parent)
+QLabel* StatusLabel(const char* name, QWidget* parent)
 {
     auto* label = new QLabel(parent);
     label->setObjectName(QString::fromLatin1(name));
+    label->setAccessibleName(QString::fromLatin1(name));
     label->setFrameStyle(QFrame::Panel | QFrame::Sunken);
     label->setTextFormat(Qt::PlainText);
     label->setTextInteractionFlags(Qt::NoTextInteraction);
     return label;
 }
+
+} // namespace
 
 void frmBackplot::createStatusBar()
 {
@@ -399,7 +242,7 @@ void frmBackplot::createStatusBar()
     picStat1_->setObjectName(QStringLiteral("picStat1"));
     auto* line1 = new QHBoxLayout(picStat1_);
     line1->setContentsMargins(0, 0, 0, 0);
-    lblComment_ = statusLabel("lblComment", picStat1_);
+    lblComment_ = StatusLabel("lblComment", picStat1_);
     // Long paths must not widen the window; the label takes what the line offers.
     lblComment_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     line1->addWidget(lblComment_, 1);
@@ -409,10 +252,10 @@ void frmBackplot::createStatusBar()
     auto* line2 = new QHBoxLayout(picStat2_);
     line2->setContentsMargins(0, 0, 0, 0);
     line2->setSpacing(2);
-    lblCode_ = statusLabel("lblCode", picStat2_);
+    lblCode_ = StatusLabel("lblCode", picStat2_);
     lblCode_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    lblXPos_ = statusLabel("lblXPos", picStat2_);
-    lblYPos_ = statusLabel("lblYPos", picStat2_);
+    lblXPos_ = StatusLabel("lblXPos", picStat2_);
+    lblYPos_ = StatusLabel("lblYPos", picStat2_);
     // Room for the widest readout, so the labels do not jump as the mouse moves.
     const int readout = lblXPos_->fontMetrics().horizontalAdvance(QStringLiteral(" X -00000.000000 ")) +
                         2 * lblXPos_->frameWidth() + 2 * lblXPos_->margin();
@@ -437,102 +280,45 @@ void frmBackplot::writeSettings() { settingsStore_.SaveSettings(settings_, trans
 
 void frmBackplot::closeEvent(QCloseEvent* event)
 {
+    // A slow-motion pass may be on the stack below this event: let it run out at full
+    // speed rather than wait record by record in a window that is going away.
+    playback_.SlowMode = false;
+    playback_.SlowPaused = false;
     writeSettings();
     event->accept();
 }
 
+DrawSurface& frmBackplot::picSurface() { return picCanvas_->Surface(); }
+
+PlaybackHost& frmBackplot::playbackHost() { return *host_; }
+
 // ---- Public operations ----
 
-void frmBackplot::SetControls(bool value)
+void frmBackplot::SetCoords() { plotter_->SetCoords(picSurface()); }
+void frmBackplot::GetRecords() { plotter_->GetRecords(picSurface()); }
+void frmBackplot::DrawAxis() { plotter_->DrawAxis(picSurface()); }
+void frmBackplot::ZoomIn() { plotter_->View.ZoomIn(); }
+void frmBackplot::ElementStep() { stepper_->ElementStep(picSurface()); }
+void frmBackplot::SetEditor2() { slowMotion_->SetEditor2(); }
+
+void frmBackplot::DrawRubberLine(float x1, float y1, float x2, float y2, std::uint32_t color)
 {
-    for (const char* key : {"Clear", "Print", "Preview", "Pan", "ZoomExtends", "ZWindow", "ZIn", "ZOut",
-                            "Refresh", "Step", "Slow", "GCode", "Rapid", "Axis", "ToolColors"})
-        buttons_.value(QString::fromLatin1(key))->setEnabled(value);
-    // Pause and Stop only make sense while stepping or in slow motion, which enable them.
-    buttons_.value(QStringLiteral("Pause"))->setEnabled(false);
-    buttons_.value(QStringLiteral("Stop"))->setEnabled(false);
+    ViewCommands::DrawRubberLine(picSurface(), x1, y1, x2, y2, color);
 }
 
-void frmBackplot::SetMenus(bool value)
+void frmBackplot::SetFileOperation(bool running)
 {
-    for (QAction* item : {mnuSaveAs_->menuAction(), mnuPrint_, mnuPrintPreview_, mnuClear_,
-                          mnuAutoRedraw_->menuAction(), mnuRedraw_, mnuZoomMain_->menuAction(),
-                          mnuPanMain_->menuAction(), mnuSlowMotion_, mnuDrawAids_, mnuStep_, mnuText_,
-                          mnuDelete_, mnuPlotFrom_->menuAction(), mnuSource_, mnuDetails_})
-        item->setEnabled(value);
-}
-
-void frmBackplot::RefreshRecentMenu()
-{
-    for (int i = 1; i <= RecentFiles::Count; ++i) {
-        const std::string entry = recentFiles_.Entry(i);
-        if (!RecentFiles::IsUsed(entry))
-            continue;
-        const QString path = QString::fromStdString(entry);
-        QAction* item = mnuRecentFile_[static_cast<std::size_t>(i)];
-        mnuRecentFile_[0]->setVisible(true);
-        item->setText(MenuCaption(path));
-        item->setData(path);
-        item->setVisible(true);
-    }
-}
-
-// ---- Commands of this window ----
-
-void frmBackplot::mnuExit_Click() { close(); }
-
-void frmBackplot::mnuClear_Click() { picCanvas_->ClearPicture(); }
-
-void frmBackplot::mnuAutoOn_Click()
-{
-    mnuAutoOn_->setChecked(true);
-    mnuAutoOff_->setChecked(false);
-    // The canvas always keeps its picture; the setting decides whether zoom and pan
-    // clear it before plotting again.
-    settings_.AutoDraw = true;
-    picCanvas_->ClearPicture();
-    mnuRedraw_Click();
-}
-
-void frmBackplot::mnuAutoOff_Click()
-{
-    if (settings_.CrossHairs) {
-        dialogs_->Message("Please turn the cross hairs off\r\nbefore using this option.", MessageTitle,
-                          MsgIcon::None, MsgButtons::Ok);
-        return;
-    }
-    mnuAutoOn_->setChecked(false);
-    mnuAutoOff_->setChecked(true);
-    settings_.AutoDraw = false;
-    picCanvas_->ClearPicture();
-    mnuRedraw_Click();
-}
-
-void frmBackplot::mnuCaptions_Click()
-{
-    mnuCaptions_->setChecked(!mnuCaptions_->isChecked());
-    cToolbar1_->setToolButtonStyle(mnuCaptions_->isChecked() ? Qt::ToolButtonTextUnderIcon
-                                                             : Qt::ToolButtonIconOnly);
-}
-
-void frmBackplot::mnuAbout_Click()
-{
-    frmAbout about(this);
-    about.exec();
-    if (mnuAutoOff_->isChecked() && programLoaded_)
-        mnuRedraw_Click();
+    fileOperation_ = running;
+    menuBar()->setEnabled(!running);
+    commands_->cToolbar1->setEnabled(!running);
 }
 
 // ---- Opening a program ----
 
-DrawSurface& frmBackplot::picSurface() { return picCanvas_->Surface(); }
-
 void frmBackplot::ShowOpenDialog()
 {
-    // The filter holds the one pattern of the "File Ext" setting.
     const std::string& ext = settings_.FileExt;
-    const std::optional<std::string> chosen =
-        dialogs_->OpenFileName("Open File", settings_.WorkDir, ext + " ", " " + ext);
+    const std::optional<std::string> chosen = dialogs_->OpenFileName("Open File", settings_.WorkDir, ext + " ", " " + ext);
     TranslationState& state = translator_->State();
     if (chosen) {
         dialogFileName_ = QString::fromStdString(*chosen);
@@ -555,7 +341,7 @@ void frmBackplot::OpenFile()
     } clearReopen{reopenFlag_};
 
     try {
-        // 1-3. Choose the file; a cancelled dialog only redraws what is there.
+        // 1.-3. Choose the file; a cancelled dialog only redraws what is there.
         state.AbortTranslation = false;
         if (!reopenFlag_) {
             lblComment_->clear();
@@ -586,7 +372,7 @@ void frmBackplot::OpenFile()
         dialogs_->SetPointer(MousePointer::Hourglass);
         picCanvas_->ClearPicture();
 
-        // 8-10. Normalise and translate.
+        // 8.-10. Normalise and translate.
         events_.ProcessEvents();
         t.NormaliseFile(fileName_, TempFileName);
         events_.ProcessEvents();
@@ -600,14 +386,14 @@ void frmBackplot::OpenFile()
         DrawSurface& canvas = picSurface();
         plotter_->ExtentsWithMargin(canvas);
 
-        // 12-13. Draw every record.
+        // 12.-13. Draw every record.
         lblCode_->setText(QStringLiteral(" Drawing file."));
         events_.ProcessEvents();
         plotter_->GetRecords(canvas);
 
-        // 14-15. A program is loaded.
+        // 14.-15. A program is loaded.
         programLoaded_ = true;
-        mnuDetails_->setEnabled(false);
+        commands_->mnuDetails->setEnabled(false);
         lblCode_->setText(QStringLiteral(" ") + dialogFileTitle_);
         SetControls(true);
         if (!reopenFlag_) {
@@ -626,14 +412,18 @@ void frmBackplot::mnuFileOpen_Click()
 {
     if (fileOperation_)
         return;
-    fileOperation_ = true;
+    SetFileOperation(true);
     OpenFile();
-    fileOperation_ = false;
-    // Stepping starts from the first record by itself (its first step resets the
-    // current element), so PlotLast keeps the RecordTotal the extents pass gave it and a
-    // redraw shows the whole program.
-    if (!translator_->State().AbortTranslation)
+    SetFileOperation(false);
+    if (!translator_->State().AbortTranslation) {
+        // The stepping commands start again from the first record: slow motion resumes
+        // from SlowResume, so it goes back to 1. Single step keeps its element in
+        // PlotLast, which the extents pass has set to the record total so that a redraw
+        // shows the whole program; its first step starts from record 1 by itself.
+        playback_.SlowResume = 1;
+        plotter_->PlotIndex = 1;
         SetMenus(true);
+    }
     translator_->State().AbortTranslation = false;
 }
 
@@ -642,53 +432,136 @@ void frmBackplot::mnuRecentFile_Click(int index)
     if (fileOperation_)
         return;
     try {
-        fileOperation_ = true;
+        SetFileOperation(true);
         reopenFlag_ = true;
-        fileName_ = mnuRecentFile_[static_cast<std::size_t>(index)]->data().toString().toStdString();
+        fileName_ = commands_->mnuRecentFile[static_cast<std::size_t>(index)]->data().toString().toStdString();
         OpenFile();
-        fileOperation_ = false;
+        SetFileOperation(false);
         lblCode_->setText(QStringLiteral("  ") + QString::fromStdString(fileName_));
         events_.ProcessEvents();
         SetMenus(true);
     } catch (const std::exception&) {
-        fileOperation_ = false;
+        SetFileOperation(false);
         dialogs_->Message("Error loading file.", "Corvane BackPlot", MsgIcon::Critical, MsgButtons::Ok);
     }
 }
 
-// ---- Drawing commands ----
+// ---- Small commands of the window ----
+
+void frmBackplot::mnuExit_Click() { close(); }
+
+void frmBackplot::mnuClear_Click() { picCanvas_->ClearPicture(); }
 
 void frmBackplot::mnuRedraw_Click()
 {
     if (fileOperation_)
         return;
     mnuClear_Click();
-    DrawSurface& canvas = picSurface();
-    try {
-        plotter_->SetCoords(canvas);
-    } catch (const RunTimeError&) {
-        // A view that cannot be fitted keeps the scale it had; the plot still runs.
+    // PENDING(step listing widget): repaint the step listing pane.
+    SetEditor2();
+    viewCommands_->Redraw();
+}
+
+void frmBackplot::mnuAutoOn_Click()
+{
+    commands_->mnuAutoOn->setChecked(true);
+    commands_->mnuAutoOff->setChecked(false);
+    // The canvas always keeps its picture; the setting decides whether zoom and pan
+    // clear it before plotting again.
+    settings_.AutoDraw = true;
+    picCanvas_->ClearPicture();
+    mnuRedraw_Click();
+}
+
+void frmBackplot::mnuAutoOff_Click()
+{
+    if (settings_.CrossHairs) {
+        dialogs_->Message("Please turn the cross hairs off\r\nbefore using this option.", MessageTitle, MsgIcon::None,
+                          MsgButtons::Ok);
+        return;
     }
-    plotter_->GetRecords(canvas);
+    commands_->mnuAutoOn->setChecked(false);
+    commands_->mnuAutoOff->setChecked(true);
+    settings_.AutoDraw = false;
+    picCanvas_->ClearPicture();
+    mnuRedraw_Click();
+}
+
+void frmBackplot::mnuCaptions_Click()
+{
+    commands_->mnuCaptions->setChecked(!commands_->mnuCaptions->isChecked());
+    commands_->ShowCaptions(commands_->mnuCaptions->isChecked());
+    // The taller toolbar takes its room from the canvas.
+    if (QLayout* frame = layout())
+        frame->activate();
+}
+
+void frmBackplot::mnuAbout_Click()
+{
+    frmAbout about(this);
+    about.exec();
+    if (commands_->mnuAutoOff->isChecked() && programLoaded_)
+        mnuRedraw_Click();
 }
 
 void frmBackplot::tbRapid_Click()
 {
     settings_.ShowRapid = !settings_.ShowRapid;
+    commands_->ShowToggles(settings_.ShowRapid, settings_.ShowAxis, settings_.ToolColor);
     mnuRedraw_Click();
 }
 
 void frmBackplot::tbAxis_Click()
 {
     settings_.ShowAxis = !settings_.ShowAxis;
+    commands_->ShowToggles(settings_.ShowRapid, settings_.ShowAxis, settings_.ToolColor);
     mnuRedraw_Click();
 }
 
 void frmBackplot::tbToolColors_Click()
 {
     settings_.ToolColor = !settings_.ToolColor;
+    commands_->ShowToggles(settings_.ShowRapid, settings_.ShowAxis, settings_.ToolColor);
     mnuRedraw_Click();
 }
+
+void frmBackplot::mnuDrawAids_Click()
+{
+    try {
+        frmDrawAids dialog(settings_, commands_->mnuAutoOn->isChecked(), *dialogs_,
+                           [this] { picCanvas_->HideCrossHairs(); }, this);
+        dialog.exec();
+        // Without Auto Redraw the changed aids show only when the plot is drawn again.
+        if (commands_->mnuAutoOff->isChecked() && programLoaded_) {
+            SetCoords();
+            GetRecords();
+            DrawAxis();
+        }
+    } catch (const std::exception&) {
+        dialogs_->Message("Error encountered with drawinig aids.", "Corvane Backplot Error", MsgIcon::None,
+                          MsgButtons::Ok);
+    }
+}
+
+// ---- View commands ----
+
+void frmBackplot::mnuZExtents_Click() { viewCommands_->ZoomExtents(); }
+void frmBackplot::mnuZPrev_Click() { viewCommands_->ZoomPrevious(); }
+void frmBackplot::mnuZWindow_Click() { viewCommands_->ZoomWindow(); }
+void frmBackplot::mnuZIn_Click() { viewCommands_->ZoomIn(); }
+void frmBackplot::mnuZOut_Click() { viewCommands_->ZoomOut(); }
+void frmBackplot::mnuPoint_Click() { viewCommands_->Point(); }
+void frmBackplot::mnuPanLeft_Click() { viewCommands_->PanLeft(); }
+void frmBackplot::mnuPanRight_Click() { viewCommands_->PanRight(); }
+void frmBackplot::mnuPanUp_Click() { viewCommands_->PanUp(); }
+void frmBackplot::mnuPanDown_Click() { viewCommands_->PanDown(); }
+
+// ---- Playback ----
+
+void frmBackplot::mnuStep_Click() { stepper_->Step(); }
+void frmBackplot::mnuSlowMotion_Click() { slowMotion_->Toggle(); }
+void frmBackplot::tbPause_Click() { slowMotion_->PauseOrResume(); }
+void frmBackplot::tbStop_Click() { keyboard_->EscapeKey(); }
 
 // ---- Commands whose work is not wired in yet ----
 
@@ -697,26 +570,11 @@ void frmBackplot::mnuDxfFile_Click() {}
 void frmBackplot::mnuPrintPreview_Click() {}
 void frmBackplot::mnuPrint_Click() {}
 void frmBackplot::mnuPrinter_Click() {}
-void frmBackplot::mnuZExtents_Click() {}
-void frmBackplot::mnuZPrev_Click() {}
-void frmBackplot::mnuZWindow_Click() {}
-void frmBackplot::mnuZIn_Click() {}
-void frmBackplot::mnuZOut_Click() {}
-void frmBackplot::mnuPoint_Click() {}
-void frmBackplot::mnuPanLeft_Click() {}
-void frmBackplot::mnuPanRight_Click() {}
-void frmBackplot::mnuPanUp_Click() {}
-void frmBackplot::mnuPanDown_Click() {}
-void frmBackplot::mnuStep_Click() {}
 void frmBackplot::mnuDetails_Click() {}
-void frmBackplot::mnuSlowMotion_Click() {}
 void frmBackplot::mnuTool1_Click() {}
 void frmBackplot::mnuTool2_Click() {}
 void frmBackplot::mnuSource_Click() {}
-void frmBackplot::mnuDrawAids_Click() {}
 void frmBackplot::mnuPref_Click() {}
 void frmBackplot::mnuHelpFile_Click() {}
-void frmBackplot::tbPause_Click() {}
-void frmBackplot::tbStop_Click() {}
 
 } // namespace backplot

@@ -1,44 +1,45 @@
 #pragma once
 
+#include "CommandSurface.h"
 #include "PlaybackState.h"
 #include "Plotter.h"
+#include "QtEventPump.h"
 #include "RecentFiles.h"
 #include "Settings.h"
 #include "SettingsStore.h"
-#include "QtEventPump.h"
 #include "Translator.h"
 #include "UserDialogs.h"
 
-#include <QHash>
 #include <QMainWindow>
-#include <array>
 #include <memory>
 
-class QAction;
 class QFrame;
 class QLabel;
-class QMenu;
 class QPushButton;
-class QToolBar;
 
 namespace backplot {
 
 class CanvasWidget;
+class Keyboard;
+class PlaybackHost;
+class SlowMotion;
+class Stepper;
+class ViewCommands;
+class WindowHost;
 
-// The main window: the canvas `picCanvas`, the menu bar, the toolbar `cToolbar1` and two
-// status lines below the canvas (`picStat1` with the comment label `lblComment`,
-// `picStat2` with `lblCode`, `lblXPos` and `lblYPos`). Every menu item and toolbar button
-// is a QAction named as the item ("mnuZIn") or the button key ("ZIn").
+// The main window: the canvas `picCanvas`, the menu bar and the toolbar `cToolbar1`
+// (CommandSurface), and two status lines below the canvas (`picStat1` with the comment
+// label `lblComment`, `picStat2` with `lblCode`, `lblXPos` and `lblYPos`).
+//
+// A switchboard: each command's handler is a line or two that calls the object doing the
+// work: the plotter (view, extents and plot passes), ViewCommands (zoom, pan, the canvas
+// mouse), Stepper and SlowMotion (playback), Keyboard (the keys). WindowHost is the
+// window as those objects see it.
 //
 // Construction is the start-up: it loads the settings (into settings(), the translator's
 // tool colour table and its Mill/AbsCenter), fixes the data folder, shows "  Ready",
 // rebuilds the recent-files entries and disables the commands that need a program.
 // Closing the window writes the settings back.
-//
-// Checkable menu items (Auto Redraw On/Off, Single Block Step, Slow Motion, View GCode
-// Source, Show Toolbar Captions): their handlers own the check mark. Choosing one from
-// the menu calls the handler with the mark as it was, just as the toolbar does, and the
-// handler sets it.
 class frmBackplot : public QMainWindow {
     Q_OBJECT
 public:
@@ -50,82 +51,51 @@ public:
     Settings& settings() { return settings_; }
     PlaybackState& playback() { return playback_; }
     Translator& translator() { return *translator_; }
+    Plotter& plotter() { return *plotter_; }
+    ViewCommands& view() { return *viewCommands_; }
     UserDialogs& dialogs() { return *dialogs_; }
     EventPump& events() { return events_; }
     RecentFiles& recentFiles() { return recentFiles_; }
+    CommandSurface& commands() { return *commands_; }
+    // The window as the playback objects see it (toolbar states, code label, panes).
+    PlaybackHost& playbackHost();
     CanvasWidget& canvas() { return *picCanvas_; }
     // The working files' folder, ending in "/".
     const QString& dataFolder() const { return dataFolder_; }
 
-    Plotter& plotter() { return *plotter_; }
-
     // The program being shown (full path), and what the open dialog returned last.
     const std::string& FileName() const { return fileName_; }
     const QString& DialogFileTitle() const { return dialogFileTitle_; }
-
-    // Takes a program from the open dialog (or, with the reopen flag set, from
-    // FileName) to its picture: normalise, translate, extents, plot, status texts,
-    // controls and the recent-files list.
-    void OpenFile();
-    // The open dialog; sets FileName when a file was chosen.
-    void ShowOpenDialog();
-    // The "&Redraw" command.
-    void ReDraw() { mnuRedraw_Click(); }
-    void SetCoords() { plotter_->SetCoords(picSurface()); }
-    void GetRecords() { plotter_->GetRecords(picSurface()); }
-    void DrawAxis() { plotter_->DrawAxis(picSurface()); }
-
     // A program has been drawn; About and the dialogs redraw only then.
     bool programLoaded() const { return programLoaded_; }
-    void setProgramLoaded(bool loaded) { programLoaded_ = loaded; }
+    // An open is in progress: redraw, keys and the canvas mouse wait.
+    bool fileOperation() const { return fileOperation_; }
 
     QLabel* lblComment() const { return lblComment_; }
     QLabel* lblCode() const { return lblCode_; }
     QLabel* lblXPos() const { return lblXPos_; }
     QLabel* lblYPos() const { return lblYPos_; }
+    QAction* button(const QString& key) const { return commands_->Button(key); }
 
-    // The toolbar button of a key ("Exit", "Open", ...); null for an unknown key.
-    QAction* button(const QString& key) const { return buttons_.value(key); }
+    // ---- Public operations ----
+    // Takes a program from the open dialog (or, with the reopen flag set, from FileName)
+    // to its picture: normalise, translate, extents, plot, status texts, controls and the
+    // recent-files list.
+    void OpenFile();
+    void ShowOpenDialog();
+    void ReDraw() { mnuRedraw_Click(); }
+    void SetCoords();
+    void GetRecords();
+    void DrawAxis();
+    void ZoomIn();
+    void ElementStep();
+    void SetEditor2();
+    void DrawRubberLine(float x1, float y1, float x2, float y2, std::uint32_t color);
+    void SetControls(bool value) { commands_->SetControls(value); }
+    void SetMenus(bool value) { commands_->SetMenus(value); }
+    void RefreshRecentMenu() { commands_->RefreshRecentMenu(recentFiles_); }
 
-    // Toolbar: "Clear", "Print", "Preview", "Pan", "ZoomExtends", "ZWindow", "ZIn", "ZOut",
-    // "Refresh", "Step", "Slow", "GCode", "Rapid", "Axis", "ToolColors" enabled = value;
-    // "Pause" and "Stop" always disabled; "Exit", "Open", "Properties" left alone.
-    void SetControls(bool value);
-    // Menus: the commands that need a loaded program, enabled = value.
-    void SetMenus(bool value);
-    // Shows every used recent-files entry (and the separator before them); entries that
-    // read "Not Used" are left as they are. An entry's path is also its action's data().
-    void RefreshRecentMenu();
-
-protected:
-    void closeEvent(QCloseEvent* event) override;
-
-private:
-    void createActions();
-    void createMenus();
-    void createToolBars();
-    void createStatusBar();
-    void readSettings();
-    void writeSettings();
-
-    QAction* newAction(const char* name, const QString& caption);
-    QMenu* topMenu(const char* name, const QString& caption);
-    QMenu* subMenu(QMenu* parent, const char* name, const QString& caption);
-    QAction* separator(QMenu* menu, const char* name);
-    QLabel* statusLabel(const char* name, QWidget* parent);
-    DrawSurface& picSurface();
-    // Calls `handler` with the check mark as it was before the menu flipped it.
-    void connectChecked(QAction* action, void (frmBackplot::*handler)());
-
-    // ---- Commands of this window ----
-    void mnuExit_Click();
-    void mnuClear_Click();
-    void mnuAutoOn_Click();
-    void mnuAutoOff_Click();
-    void mnuCaptions_Click();
-    void mnuAbout_Click();
-
-    // ---- Commands whose work is not wired in yet: each is empty for now ----
+    // ---- Commands (menu items, toolbar buttons, keys) ----
     void mnuFileOpen_Click();
     void mnuRecentFile_Click(int index);
     void mnuWinbmp_Click();
@@ -133,7 +103,11 @@ private:
     void mnuPrintPreview_Click();
     void mnuPrint_Click();
     void mnuPrinter_Click();
+    void mnuExit_Click();
+    void mnuClear_Click();
     void mnuRedraw_Click();
+    void mnuAutoOn_Click();
+    void mnuAutoOff_Click();
     void mnuZExtents_Click();
     void mnuZPrev_Click();
     void mnuZWindow_Click();
@@ -152,12 +126,28 @@ private:
     void mnuSource_Click();
     void mnuDrawAids_Click();
     void mnuPref_Click();
+    void mnuCaptions_Click();
     void mnuHelpFile_Click();
+    void mnuAbout_Click();
     void tbPause_Click();
     void tbStop_Click();
     void tbRapid_Click();
     void tbAxis_Click();
     void tbToolColors_Click();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    friend class WindowHost;
+
+    void createStatusBar();
+    void wireCommands();
+    void readSettings();
+    void writeSettings();
+    DrawSurface& picSurface();
+    // While an open runs, the menus and the toolbar wait.
+    void SetFileOperation(bool running);
 
     // ---- Owned state ----
     std::unique_ptr<UserDialogs> ownDialogs_;
@@ -167,17 +157,23 @@ private:
     PlaybackState playback_;
     std::unique_ptr<Translator> translator_;
     std::unique_ptr<Plotter> plotter_;
+    std::unique_ptr<WindowHost> host_;
+    std::unique_ptr<ViewCommands> viewCommands_;
+    std::unique_ptr<Stepper> stepper_;
+    std::unique_ptr<SlowMotion> slowMotion_;
+    std::unique_ptr<Keyboard> keyboard_;
     std::string fileName_;
     QString dialogFileName_;
     QString dialogFileTitle_;
     bool reopenFlag_ = false;     // OpenFile runs for the recent-files list: no dialog, no list update
-    bool fileOperation_ = false;  // an open is in progress: Redraw waits, a second open is refused
+    bool fileOperation_ = false;  // an open is in progress
     SettingsStore settingsStore_;
     RecentFiles recentFiles_;
     QString dataFolder_;
     bool programLoaded_ = false;
 
     // ---- Controls ----
+    CommandSurface* commands_ = nullptr;
     CanvasWidget* picCanvas_ = nullptr;
     QFrame* picStat1_ = nullptr;
     QFrame* picStat2_ = nullptr;
@@ -185,62 +181,7 @@ private:
     QLabel* lblCode_ = nullptr;
     QLabel* lblXPos_ = nullptr;
     QLabel* lblYPos_ = nullptr;
-    QToolBar* cToolbar1_ = nullptr;
-    QHash<QString, QAction*> buttons_;
     QPushButton* cmdHidden_ = nullptr;
-
-    // File
-    QMenu* mnuFileMain_ = nullptr;
-    QAction* mnuFileOpen_ = nullptr;
-    QMenu* mnuSaveAs_ = nullptr;
-    QAction* mnuWinbmp_ = nullptr;
-    QAction* mnuDxfFile_ = nullptr;
-    QAction* mnuPrintPreview_ = nullptr;
-    QAction* mnuPrint_ = nullptr;
-    QAction* mnuPrinter_ = nullptr;
-    QAction* mnuExit_ = nullptr;
-    std::array<QAction*, RecentFiles::Count + 1> mnuRecentFile_{}; // [0] is the separator
-    // Edit
-    QMenu* mnuEdit_ = nullptr;
-    QAction* mnuDelete_ = nullptr;
-    // View
-    QMenu* mnuViewMain_ = nullptr;
-    QAction* mnuClear_ = nullptr;
-    QAction* mnuRedraw_ = nullptr;
-    QMenu* mnuAutoRedraw_ = nullptr;
-    QAction* mnuAutoOn_ = nullptr;
-    QAction* mnuAutoOff_ = nullptr;
-    QMenu* mnuZoomMain_ = nullptr;
-    QAction* mnuZExtents_ = nullptr;
-    QAction* mnuZPrev_ = nullptr;
-    QAction* mnuZWindow_ = nullptr;
-    QAction* mnuZIn_ = nullptr;
-    QAction* mnuZOut_ = nullptr;
-    QMenu* mnuPanMain_ = nullptr;
-    QAction* mnuPoint_ = nullptr;
-    QAction* mnuPanLeft_ = nullptr;
-    QAction* mnuPanRight_ = nullptr;
-    QAction* mnuPanUp_ = nullptr;
-    QAction* mnuPanDown_ = nullptr;
-    QAction* mnuStep_ = nullptr;
-    QAction* mnuDetails_ = nullptr;
-    QAction* mnuSlowMotion_ = nullptr;
-    QMenu* mnuPlotFrom_ = nullptr;
-    QAction* mnuTool1_ = nullptr;
-    QAction* mnuTool2_ = nullptr;
-    QAction* mnuVBar6_ = nullptr;
-    QAction* mnuSource_ = nullptr;
-    // Options
-    QMenu* mnuToolsMain_ = nullptr;
-    QAction* mnuDrawAids_ = nullptr;
-    QAction* mnuText_ = nullptr;
-    QAction* mnuCoords_ = nullptr;
-    QAction* mnuPref_ = nullptr;
-    QAction* mnuCaptions_ = nullptr;
-    // Help
-    QMenu* mnuHelp_ = nullptr;
-    QAction* mnuHelpFile_ = nullptr;
-    QAction* mnuAbout_ = nullptr;
 };
 
 } // namespace backplot

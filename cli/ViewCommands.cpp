@@ -5,6 +5,8 @@
 #include "RecordFile.h"
 #include "RunTimeError.h"
 #include "ScaleSurface.h"
+#include "Stepper.h"
+#include "ViewCommands.h"
 
 #include <QImage>
 #include <QString>
@@ -27,32 +29,54 @@ void ReportFailure(CliSession& session, const char* what, const RunTimeError& e)
     session.Dialogs().Message(std::string(what) + e.what(), "Corvane Backplot", MsgIcon::Critical, MsgButtons::Ok);
 }
 
-// Single block steps from the opened picture: the canvas is cleared to the axis, then
-// each step draws the next record over what is there.
-void Step(CliSession& session, Plotter& plotter, DrawSurface& canvas, int steps)
+// Applies one `--do` command as the window's command, menu item or mouse drag would.
+void Apply(ViewCommands& view, const DoCommand& command)
 {
-    plotter.SetCoords(canvas);
-    plotter.PlotLast = 0;
-    canvas.Clear();
-    plotter.DrawAxis(canvas);
-    session.Playback().StepMode = true;
-
-    RecordFileReader reader;
-    reader.Open(session.Translation().RecordFilePath());
-    EntityRecord& record = session.Translation().Record();
-    for (int i = 0; i < steps; ++i) {
-        CheckedIncrement(plotter.PlotLast);
-        if (plotter.PlotLast > plotter.RecordTotal) {
-            // Past the end stepping stops silently; the picture stays.
-            plotter.PlotLast = 1;
-            plotter.CurTool = 0;
-            session.Playback().StepMode = false;
-            break;
-        }
-        reader.Read(plotter.PlotLast, record);
-        plotter.ChooseColor(record.ToolNum);
-        plotter.DrawEntity(canvas);
+    using Kind = DoCommand::Kind;
+    switch (command.Type) {
+    case Kind::Extents:
+        return view.ZoomExtents();
+    case Kind::In:
+        return view.ZoomIn();
+    case Kind::Out:
+        return view.ZoomOut();
+    case Kind::Previous:
+        return view.ZoomPrevious();
+    case Kind::Redraw:
+        return view.Redraw();
+    case Kind::PanLeft:
+        return view.PanLeft();
+    case Kind::PanRight:
+        return view.PanRight();
+    case Kind::PanUp:
+        return view.PanUp();
+    case Kind::PanDown:
+        return view.PanDown();
+    case Kind::Window:
+    case Kind::Pan:
+        if (command.Type == Kind::Window)
+            view.ZoomWindow();
+        else
+            view.Point();
+        view.MouseDown(MouseButton::Left, command.X1, command.Y1);
+        view.MouseMove(true, command.X2, command.Y2);
+        view.MouseUp(MouseButton::Left, command.X2, command.Y2);
+        return;
     }
+}
+
+void PrintView(std::ostream& out, const std::string& label, const ViewTransform& v, const DrawSurface& canvas)
+{
+    out << "# " << label << '\n'
+        << "View " << FloatText(v.ViewX1) << ' ' << FloatText(v.ViewY1) << ' ' << FloatText(v.ViewX2) << ' '
+        << FloatText(v.ViewY2) << '\n'
+        << "PrevView " << FloatText(v.PrevViewX1) << ' ' << FloatText(v.PrevViewY1) << ' '
+        << FloatText(v.PrevViewX2) << ' ' << FloatText(v.PrevViewY2) << '\n'
+        << "Scale " << FloatText(canvas.ScaleLeft()) << ' ' << FloatText(canvas.ScaleTop()) << ' '
+        << FloatText(canvas.ScaleWidth()) << ' ' << FloatText(canvas.ScaleHeight()) << '\n'
+        << "FitSpan " << FloatText(v.FitSpan) << '\n'
+        << "BlipSize " << FloatText(v.BlipSize) << '\n'
+        << "TwoPixelSpan " << FloatText(v.TwoPixelSpan) << '\n';
 }
 
 } // namespace
@@ -90,21 +114,24 @@ int RunRender(CliSession& session)
     const CliOptions& o = session.Options();
     ImageSurface canvas(o.Width, o.Height, static_cast<std::uint32_t>(session.Config().Backcolor));
     Plotter plotter = MakePlotter(session);
+    ViewHost viewHost;
+    ViewCommands view(plotter, canvas, session.Config(), session.Playback(), session.Dialogs(), viewHost);
     try {
         plotter.ExtentsWithMargin(canvas);
         plotter.GetRecords(canvas);
-        if (o.Steps)
-            Step(session, plotter, canvas, *o.Steps);
-        if (o.ZoomExtents) {
-            session.Playback().StepMode = false;
-            if (session.Config().AutoDraw)
-                canvas.Clear();
-            plotter.ExtentsWithMargin(canvas);
-            plotter.GetRecords(canvas);
-        }
     } catch (const RunTimeError& e) {
         ReportFailure(session, "The plot failed: ", e);
     }
+    if (o.Steps) {
+        PlaybackHost playbackHost;
+        Stepper stepper(plotter, canvas, session.Translation(), session.Playback(), session.Dialogs(), playbackHost);
+        for (int i = 0; i < *o.Steps; ++i)
+            stepper.Step();
+    }
+    for (const DoCommand& command : o.Do)
+        Apply(view, command);
+    if (o.ZoomExtents)
+        view.ZoomExtents();
 
     const std::string& path = o.Output;
     const bool png = path.size() >= 4 && (path.ends_with(".png") || path.ends_with(".PNG"));
@@ -115,15 +142,29 @@ int RunRender(CliSession& session)
     return session.ExitCode();
 }
 
-} // namespace backplot
-
-namespace backplot {
-
-// Not built yet: the command is parsed so that its options are checked, but it does nothing.
 int RunView(CliSession& session)
 {
-    session.Err() << "backplot-cli: view is not available in this build yet\n";
-    return 1;
+    if (!session.Translate())
+        return 1;
+    const CliOptions& o = session.Options();
+    // Only the view is printed: a surface with a size and a scale is enough.
+    ScaleSurface canvas(o.Width, o.Height);
+    Plotter plotter = MakePlotter(session);
+    ViewHost host;
+    ViewCommands view(plotter, canvas, session.Config(), session.Playback(), session.Dialogs(), host);
+    try {
+        plotter.ExtentsWithMargin(canvas);
+        plotter.GetRecords(canvas);
+    } catch (const RunTimeError& e) {
+        ReportFailure(session, "The view could not be fitted: ", e);
+    }
+    std::ostream& out = session.Out();
+    PrintView(out, "open", plotter.View, canvas);
+    for (const DoCommand& command : o.Do) {
+        Apply(view, command);
+        PrintView(out, command.Text, plotter.View, canvas);
+    }
+    return session.ExitCode();
 }
 
 } // namespace backplot

@@ -1,13 +1,17 @@
 #include "CanvasWidget.h"
 
 #include "ImageSurface.h"
+#include "RunTimeError.h"
 
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPaintEvent>
+#include <QWheelEvent>
 #include <QPainter>
 #include <QScreen>
+#include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 namespace backplot {
 
@@ -51,6 +55,45 @@ void CanvasWidget::paintEvent(QPaintEvent* event)
     QPainter painter(this);
     const QRect area = event->rect();
     painter.drawImage(area.topLeft(), surface_->Image(), area);
+    if (crossHairs_) {
+        painter.setPen(QPen(Qt::black, 0));
+        painter.drawLine(crossHairs_->x(), 0, crossHairs_->x(), height() - 1);
+        painter.drawLine(0, crossHairs_->y(), width() - 1, crossHairs_->y());
+    }
+}
+
+QRegion CanvasWidget::CrossHairRegion(QPoint pixel) const
+{
+    return QRegion(pixel.x(), 0, 1, height()) + QRegion(0, pixel.y(), width(), 1);
+}
+
+void CanvasWidget::ShowCrossHairs(float x, float y)
+{
+    QPoint pixel;
+    try {
+        const QPointF p = surface_->PixelOf(x, y);
+        // Far outside the canvas a line cannot be seen; keep the integer conversion sane.
+        pixel = QPoint(static_cast<int>(std::clamp(p.x(), -1.0, 1e6)), static_cast<int>(std::clamp(p.y(), -1.0, 1e6)));
+    } catch (const RunTimeError&) {
+        return HideCrossHairs();
+    }
+    if (crossHairs_ == pixel)
+        return;
+    // Only the strips under the old and the new lines are painted again.
+    QRegion dirty = CrossHairRegion(pixel);
+    if (crossHairs_)
+        dirty += CrossHairRegion(*crossHairs_);
+    crossHairs_ = pixel;
+    update(dirty);
+}
+
+void CanvasWidget::HideCrossHairs()
+{
+    if (!crossHairs_)
+        return;
+    const QRegion dirty = CrossHairRegion(*crossHairs_);
+    crossHairs_.reset();
+    update(dirty);
 }
 
 void CanvasWidget::resizeEvent(QResizeEvent* event)
@@ -85,6 +128,18 @@ void CanvasWidget::mouseReleaseEvent(QMouseEvent* event)
     const QPointF plot = surface_->ToPlot(pixel.x(), pixel.y());
     emit MouseUp(event->button(), event->modifiers(), static_cast<float>(plot.x()),
                  static_cast<float>(plot.y()));
+}
+
+void CanvasWidget::wheelEvent(QWheelEvent* event)
+{
+    // A notch is 120; touchpads deliver it in smaller pieces.
+    wheelRemainder_ += event->angleDelta().y();
+    while (std::abs(wheelRemainder_) >= 120) {
+        const int notch = wheelRemainder_ > 0 ? 1 : -1;
+        wheelRemainder_ -= notch * 120;
+        emit Wheel(notch);
+    }
+    event->accept();
 }
 
 } // namespace backplot

@@ -5,6 +5,7 @@
 #include <QWidget>
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 namespace backplot {
 
@@ -29,11 +30,19 @@ public:
     // The picture as shown (the visible part), for bitmap export and tests.
     QImage Picture() const;
 
+    // The cross hairs: a vertical and a horizontal line through a point in plot units,
+    // across the whole canvas, painted over the picture and never into it.
+    void ShowCrossHairs(float x, float y);
+    void HideCrossHairs();
+    bool CrossHairsVisible() const { return crossHairs_.has_value(); }
+
 signals:
     // The mouse over the canvas, in plot units of the canvas's user scale (stored Y).
     void MouseDown(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, float x, float y);
     void MouseMove(Qt::MouseButtons buttons, Qt::KeyboardModifiers modifiers, float x, float y);
     void MouseUp(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, float x, float y);
+    // The wheel turned: +1 a notch away from the user, -1 toward.
+    void Wheel(int notches);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -41,9 +50,15 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
 
 private:
+    // The strips of the widget the cross hairs through `pixel` cover.
+    QRegion CrossHairRegion(QPoint pixel) const;
+
     std::unique_ptr<ImageSurface> surface_;
+    std::optional<QPoint> crossHairs_; // pixel the cross hairs run through
+    int wheelRemainder_ = 0;
 };
 
 } // namespace backplot

@@ -93,6 +93,9 @@ public:
 
     // Plot units of a pixel position (the inverse of the mapping above, unrounded).
     QPointF ToPlot(double px, double py) const;
+    // The pixel of a point in plot units, by the mapping above; raises RunTimeError
+    // ("Overflow") when it is out of reach.
+    QPointF PixelOf(double x, double y) const { return Map(x, y); }
 
     // Called once when the picture changes after the last Image() call, so a widget can
     // schedule one repaint per batch of drawing instead of one per primitive.

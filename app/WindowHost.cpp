@@ -1,0 +1,91 @@
+#include "WindowHost.h"
+
+#include "CanvasWidget.h"
+#include "Cursors.h"
+#include "frmBackplot.h"
+
+#include <QAction>
+#include <QFrame>
+#include <QLabel>
+
+namespace backplot {
+
+void WindowHost::SetCanvasPointer(CanvasPointer pointer)
+{
+    CanvasWidget& canvas = *window_.picCanvas_;
+    switch (pointer) {
+    case CanvasPointer::ZoomWindow:
+        canvas.setCursor(Cursors::ZoomWindow());
+        break;
+    case CanvasPointer::Pan:
+        canvas.setCursor(Cursors::Pan());
+        break;
+    case CanvasPointer::Default:
+        canvas.unsetCursor();
+        break;
+    }
+}
+
+void WindowHost::EndPlayback()
+{
+    window_.commands_->mnuStep->setChecked(false);
+    window_.commands_->mnuSlowMotion->setChecked(false);
+    window_.commands_->mnuDetails->setEnabled(false);
+    // PENDING(step listing widget): empty the step listing pane.
+}
+
+void WindowHost::Step() { window_.mnuStep_Click(); }
+
+void WindowHost::SlowMotionToggle() { window_.mnuSlowMotion_Click(); }
+
+bool WindowHost::FileOperation() const { return window_.fileOperation_; }
+
+bool WindowHost::ProgramLoaded() const { return window_.programLoaded_; }
+
+void WindowHost::ShowMousePosition(const std::string& xText, const std::string& yText)
+{
+    // The readout's line is the one shown once a program is loaded; before that the
+    // numbers would mean nothing.
+    window_.lblXPos_->setVisible(window_.programLoaded_);
+    window_.lblYPos_->setVisible(window_.programLoaded_);
+    window_.lblCode_->setText(QString::fromStdString(window_.fileName_) + QLatin1Char(' '));
+    window_.lblXPos_->setText(QString::fromStdString(xText));
+    window_.lblYPos_->setText(QString::fromStdString(yText));
+}
+
+void WindowHost::ShowCrossHairs(float x, float y) { window_.picCanvas_->ShowCrossHairs(x, y); }
+
+void WindowHost::HideCrossHairs() { window_.picCanvas_->HideCrossHairs(); }
+
+void WindowHost::SetButtons(std::initializer_list<const char*> keys, bool enabled)
+{
+    window_.commands_->SetButtons(keys, enabled);
+}
+
+void WindowHost::SetCodeText(const std::string& text) { window_.lblCode_->setText(QString::fromStdString(text)); }
+
+std::string WindowHost::FileName() const { return window_.fileName_; }
+
+void WindowHost::SetDetailsEnabled(bool enabled) { window_.commands_->mnuDetails->setEnabled(enabled); }
+
+void WindowHost::SetStepChecked(bool checked) { window_.commands_->mnuStep->setChecked(checked); }
+
+bool WindowHost::SlowMotionChecked() const { return window_.commands_->mnuSlowMotion->isChecked(); }
+
+void WindowHost::SetSlowMotionChecked(bool checked) { window_.commands_->mnuSlowMotion->setChecked(checked); }
+
+void WindowHost::StartStepListing() {} // PENDING(step listing widget)
+
+void WindowHost::WriteStepListing(const std::string&) {} // PENDING(step listing widget)
+
+void WindowHost::FocusCanvas() { window_.picCanvas_->setFocus(); }
+
+void WindowHost::MarkSourceLine(int) {} // PENDING(source view widget)
+
+bool WindowHost::SourceViewShown() const { return window_.commands_->mnuSource->isChecked(); }
+
+void WindowHost::SourceViewToFirstLine() {} // PENDING(source view widget)
+
+void WindowHost::Redraw() { window_.mnuRedraw_Click(); }
+
+} // namespace backplot

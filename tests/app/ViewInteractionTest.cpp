@@ -1,0 +1,186 @@
+#include "CanvasWidget.h"
+#include "ViewCommands.h"
+#include "WindowFixture.h"
+#include "frmDrawAids.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+namespace backplot {
+namespace {
+
+// The program of the open tests: on a 780 x 390 canvas the opened view is X -5..125,
+// Y -17.5..47.5 (stored), 6 pixels a unit: pixel = (6 x + 30, 6 y + 105).
+constexpr const char* Part = "G00 X10. Y-10.\r\nG01 X90.\r\nG00 X110. Y-20.\r\nM30\r\n";
+
+class ViewInteraction : public test::WindowFixture {
+protected:
+    void SetUp() override
+    {
+        Start().show();
+        QApplication::processEvents();
+        const QSize frame = window->size() - window->canvas().size();
+        window->resize(780 + frame.width(), 390 + frame.height());
+        QApplication::processEvents();
+        ASSERT_EQ(window->canvas().Picture().size(), QSize(780, 390));
+        dialogs.OpenAnswers.push_back(programs.Write("part.nc", Part));
+        Button("Open")->trigger();
+        ASSERT_TRUE(window->programLoaded());
+    }
+    const ViewTransform& View() const { return window->plotter().View; }
+    void ExpectView(float x1, float y1, float x2, float y2) const
+    {
+        EXPECT_NEAR(View().ViewX1, x1, 1e-4);
+        EXPECT_NEAR(View().ViewY1, y1, 1e-4);
+        EXPECT_NEAR(View().ViewX2, x2, 1e-4);
+        EXPECT_NEAR(View().ViewY2, y2, 1e-4);
+    }
+    QWidget* Canvas() const { return &window->canvas(); }
+    void Drag(QPoint from, std::initializer_list<QPoint> through)
+    {
+        QTest::mousePress(Canvas(), Qt::LeftButton, {}, from);
+        for (const QPoint& p : through) {
+            QMouseEvent move(QEvent::MouseMove, p, Canvas()->mapToGlobal(p), Qt::NoButton, Qt::LeftButton, {});
+            QApplication::sendEvent(Canvas(), &move);
+        }
+    }
+    QColor At(int x, int y) const { return window->canvas().Picture().pixelColor(x, y); }
+
+    test::ScratchDir programs;
+};
+
+TEST_F(ViewInteraction, ZoomWindowDraggedWithTheMouse)
+{
+    Button("ZWindow")->trigger();
+    EXPECT_TRUE(window->view().ZoomWindowMode);
+    EXPECT_EQ(Canvas()->cursor().shape(), Qt::BitmapCursor); // our own zoom pointer
+
+    // Pixel (120, 120) is plot (15, 2.5); the box is dragged past (480, 300) to (450, 270).
+    Drag({120, 120}, {{480, 300}, {450, 270}});
+    EXPECT_EQ(At(300, 120), QColor(Qt::black));  // top edge of the box, inverted white
+    EXPECT_EQ(At(450, 200), QColor(Qt::black));  // its right edge now
+    EXPECT_EQ(At(480, 200), QColor(Qt::white));  // the first box erased exactly
+    EXPECT_EQ(At(300, 300), QColor(Qt::white));
+    EXPECT_EQ(At(300, 165), QColor(Qt::blue));   // the cut, outside the box lines
+    EXPECT_EQ(window->lblXPos()->text(), " X 70.0"); // (450, 270) is plot (70, 27.5)
+    EXPECT_EQ(window->lblYPos()->text(), " Y -27.5");
+    EXPECT_EQ(window->lblCode()->text(), QString::fromStdString(window->FileName()) + " ");
+
+    QTest::mouseRelease(Canvas(), Qt::LeftButton, {}, {450, 270});
+    // (15, 2.5)-(70, 27.5): 55 by 25, fitted by width: FitSpan 27.5, the height centred.
+    ExpectView(15, 1.25f, 70, 28.75f);
+    EXPECT_FALSE(window->view().ZoomWindowMode);
+    EXPECT_EQ(Canvas()->cursor().shape(), Qt::ArrowCursor);
+    // The new view: the cut along stored y 10 is row (10 - 1.25) * 780 / 55 = 124.
+    EXPECT_EQ(At(400, 124), QColor(Qt::blue));
+    EXPECT_EQ(At(300, 120), QColor(Qt::white)); // no box left behind
+
+    // A click without a drag keeps the scale and draws the same picture again.
+    const QImage zoomed = window->canvas().Picture();
+    Button("ZWindow")->trigger();
+    QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {200, 200});
+    EXPECT_EQ(window->canvas().Picture(), zoomed);
+}
+
+TEST_F(ViewInteraction, PointPanMovesTheDrawingWithTheMouse)
+{
+    Button("Pan")->trigger();
+    EXPECT_TRUE(window->view().PanMode);
+    Drag({300, 200}, {{330, 200}, {360, 212}}); // 10 units right, 2 down
+    EXPECT_EQ(At(330, 206), QColor(Qt::black)); // the pan line, from (300, 200) down 1 in 5
+    QTest::mouseRelease(Canvas(), Qt::LeftButton, {}, {360, 212});
+    ExpectView(-15, -19.5f, 115, 45.5f);
+    EXPECT_EQ(At(150, 177), QColor(Qt::blue)); // the cut moved with the mouse: row 165 + 12
+}
+
+TEST_F(ViewInteraction, ArrowsPlusAndMinusDriveTheViewFromTheKeyboard)
+{
+    Canvas()->setFocus();
+    const float left = View().ViewX1, top = View().ViewY1;
+    QTest::keyClick(Canvas(), Qt::Key_Right);
+    EXPECT_NEAR(View().ViewX1, left - 0.5f, 1e-4);
+    QTest::keyClick(Canvas(), Qt::Key_Up);
+    EXPECT_NEAR(View().ViewY1, top + 0.5f, 1e-4);
+    QTest::keyClick(Canvas(), Qt::Key_Left);
+    QTest::keyClick(Canvas(), Qt::Key_Down);
+    ExpectView(-5, -17.5f, 125, 47.5f);
+
+    const float span = View().FitSpan; // 65
+    for (const char key : {'+', '='}) {
+        window->view().ZoomExtents();
+        QTest::keyClick(Canvas(), key);
+        EXPECT_NEAR(View().ViewX1, -5 + 0.3f * span, 1e-3) << key;
+    }
+    for (const char key : {'-', '_'}) {
+        window->view().ZoomExtents();
+        QTest::keyClick(Canvas(), key);
+        EXPECT_NEAR(View().ViewX1, -5 - 0.3f * span, 1e-3) << key;
+    }
+    // The E key: Full Drawing Extents, and its flag, which the next key clears.
+    QTest::keyClick(Canvas(), Qt::Key_E);
+    ExpectView(-5, -17.5f, 125, 47.5f);
+    EXPECT_TRUE(window->view().ExtentsKeyFlag);
+    QTest::keyClick(Canvas(), Qt::Key_Left);
+    EXPECT_FALSE(window->view().ExtentsKeyFlag);
+}
+
+TEST_F(ViewInteraction, DrawingAidsApplyOnOkAndRefuseCrossHairsWithoutAutoRedraw)
+{
+    Settings& s = window->settings();
+    {
+        // Cancel applies nothing.
+        frmDrawAids aids(s, false, dialogs, {}, window.get());
+        aids.chkModes(3)->setChecked(false);
+        aids.chkModes(1)->setChecked(true);
+        aids.reject();
+        EXPECT_TRUE(s.ShowAxis);
+        EXPECT_FALSE(s.ShowBlips);
+    }
+    {
+        // Cross hairs need Auto Redraw; the other three still apply.
+        frmDrawAids aids(s, false, dialogs, {}, window.get());
+        EXPECT_EQ(aids.windowTitle(), "Drawing Aids");
+        EXPECT_EQ(aids.chkModes(0)->text(), "Cross Hairs");
+        aids.chkModes(0)->setChecked(true);
+        aids.chkModes(1)->setChecked(true);
+        aids.chkModes(2)->setChecked(false);
+        aids.cmdOK_Click();
+        EXPECT_FALSE(s.CrossHairs);
+        EXPECT_TRUE(s.ShowBlips);
+        EXPECT_FALSE(s.ShowRapid);
+        EXPECT_EQ(dialogs.Messages, (std::vector<test::ScriptedDialogs::ShownMessage>{
+                                        {"Please set AutoRedraw to on before using this option.", "Corvane Backplot",
+                                         MsgIcon::None, MsgButtons::Ok}}));
+    }
+    {
+        int hidden = 0;
+        frmDrawAids aids(s, true, dialogs, [&] { ++hidden; }, window.get());
+        aids.chkModes(0)->setChecked(true);
+        aids.cmdOK_Click();
+        EXPECT_TRUE(s.CrossHairs);
+        aids.chkModes(0)->setChecked(false);
+        aids.cmdOK_Click();
+        EXPECT_FALSE(s.CrossHairs);
+        EXPECT_EQ(hidden, 1);
+    }
+
+    // From the menu with Auto Redraw off: the plot is drawn again at once without the axis.
+    s.ShowRapid = true;
+    ASSERT_EQ(At(30, 105), QColor(Qt::black));
+    QTimer::singleShot(0, [] {
+        auto* aids = qobject_cast<frmDrawAids*>(QApplication::activeModalWidget());
+        ASSERT_NE(aids, nullptr);
+        aids->chkModes(3)->setChecked(false);
+        aids->findChild<QPushButton*>("cmdOK")->click();
+    });
+    Action("mnuDrawAids")->trigger();
+    EXPECT_FALSE(s.ShowAxis);
+    EXPECT_EQ(At(30, 5), QColor(Qt::white)); // where a dash of the vertical axis was
+}
+
+} // namespace
+} // namespace backplot
