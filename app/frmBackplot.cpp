@@ -7,6 +7,7 @@
 #include "NumberFormat.h"
 #include "RunTimeError.h"
 #include "frmAbout.h"
+#include "frmProperties.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -714,7 +715,22 @@ void frmBackplot::mnuTool1_Click() {}
 void frmBackplot::mnuTool2_Click() {}
 void frmBackplot::mnuSource_Click() {}
 void frmBackplot::mnuDrawAids_Click() {}
-void frmBackplot::mnuPref_Click() {}
+void frmBackplot::mnuPref_Click()
+{
+    const std::int32_t oldBack = settings_.Backcolor;
+    frmProperties::ShowModal(
+        settings_, translator_->ToolColors(), translator_->State(), *dialogs_, this,
+        [this](bool mill) { translator_->State().Mill = mill; },
+        [this, oldBack] {
+            picCanvas_->SetBackColor(static_cast<std::uint32_t>(settings_.Backcolor));
+            // A new back colour under a kept picture would leave the old one around the
+            // lines, so the plot is drawn again then too.
+            if (!programLoaded_)
+                mnuClear_Click();
+            else if (!settings_.AutoDraw || settings_.Backcolor != oldBack)
+                mnuRedraw_Click();
+        });
+}
 void frmBackplot::mnuHelpFile_Click() {}
 void frmBackplot::tbPause_Click() {}
 void frmBackplot::tbStop_Click() {}
