@@ -109,7 +109,6 @@ void frmProperties::DrawLineStyleSample(int index)
     sample.SetDrawStyle(static_cast<DrawStyle>(index));
     const double middle = LineSampleSize.height() / 2;
     sample.Line(2, middle, LineSampleSize.width() - 2, middle, 0x000000);
-    sample.Box(0, 0, LineSampleSize.width() - 1, LineSampleSize.height() - 1, 0x808080);
     picLineStyle_[static_cast<std::size_t>(index)]->setIcon(QPixmap::fromImage(sample.VisibleImage()));
 }
 
@@ -133,8 +132,11 @@ QWidget* frmProperties::BuildAxisPage()
     }
     auto* lblCurrentLine = Named(new QLabel(QStringLiteral("Current"), fraLineStyle), QStringLiteral("lblCurrentLine"));
     picCurrent_ = Named(new QLabel(fraLineStyle), QStringLiteral("picCurrent"), QStringLiteral("Current axis line"));
-    picCurrent_->setFixedSize(currentSurface_.PixelWidth(), currentSurface_.PixelHeight());
-    picCurrent_->setFrameShape(QFrame::NoFrame);
+    // A frame, so that a line on a back colour like the page's still reads as a picture.
+    picCurrent_->setFrameShape(QFrame::Box);
+    picCurrent_->setFrameShadow(QFrame::Plain);
+    const int frame = 2 * picCurrent_->frameWidth();
+    picCurrent_->setFixedSize(currentSurface_.PixelWidth() + frame, currentSurface_.PixelHeight() + frame);
     styleLayout->addWidget(lblCurrentLine, 1, 0, 1, 2, Qt::AlignHCenter);
     styleLayout->addWidget(picCurrent_, 2, 0, 1, 2, Qt::AlignHCenter);
 

@@ -57,7 +57,6 @@ TEST_F(PropertiesCommand, NewBackColourRedrawsThePlotAndLatheReachesTheTranslato
     const int cutPixels = Count(blue);
     ASSERT_GT(cutPixels, 0);
     ASSERT_TRUE(window->translator().State().Mill);
-    dialogs.Pointers.clear();
 
     RunDialog([](frmProperties& open) {
         open.findChild<TKZColorSelector*>("clrBack")->SetIndex(12);
@@ -71,21 +70,6 @@ TEST_F(PropertiesCommand, NewBackColourRedrawsThePlotAndLatheReachesTheTranslato
     EXPECT_EQ(Count(blue), cutPixels); // the same cuts, drawn again on red
     EXPECT_FALSE(window->settings().Mill);
     EXPECT_FALSE(window->translator().State().Mill);
-    ASSERT_FALSE(dialogs.Pointers.empty());
-    EXPECT_EQ(dialogs.Pointers.front(), MousePointer::Hourglass);
-    EXPECT_EQ(dialogs.Pointers.back(), MousePointer::Default);
-}
-
-TEST_F(PropertiesCommand, WithoutAProgramTheCanvasTakesTheColour)
-{
-    Start().show();
-    QApplication::processEvents();
-    RunDialog([](frmProperties& open) {
-        open.findChild<TKZColorSelector*>("clrBack")->SetIndex(0);
-        Apply(open);
-    });
-    const QImage picture = window->canvas().Picture();
-    EXPECT_EQ(Count(Qt::black), picture.width() * picture.height());
 }
 
 } // namespace
