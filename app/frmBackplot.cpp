@@ -13,6 +13,7 @@
 #include "WindowHost.h"
 #include "frmAbout.h"
 #include "frmDrawAids.h"
+#include "frmProperties.h"
 
 #include <QAction>
 #include <QApplication>
@@ -543,6 +544,27 @@ void frmBackplot::mnuDrawAids_Click()
     }
 }
 
+void frmBackplot::mnuPref_Click()
+{
+    const std::int32_t oldBack = settings_.Backcolor;
+    frmProperties::ShowModal(
+        settings_, translator_->ToolColors(), translator_->State(), *dialogs_, this,
+        [this](bool mill) {
+            // The next translation and the readout's letters follow the machine type.
+            translator_->State().Mill = mill;
+            viewCommands_->MillMode = mill;
+        },
+        [this, oldBack] {
+            picCanvas_->SetBackColor(static_cast<std::uint32_t>(settings_.Backcolor));
+            // A new back colour under a kept picture would leave the old one around the
+            // lines, so the plot is drawn again then too.
+            if (!programLoaded_)
+                mnuClear_Click();
+            else if (!settings_.AutoDraw || settings_.Backcolor != oldBack)
+                mnuRedraw_Click();
+        });
+}
+
 // ---- View commands ----
 
 void frmBackplot::mnuZExtents_Click() { viewCommands_->ZoomExtents(); }
@@ -574,7 +596,6 @@ void frmBackplot::mnuDetails_Click() {}
 void frmBackplot::mnuTool1_Click() {}
 void frmBackplot::mnuTool2_Click() {}
 void frmBackplot::mnuSource_Click() {}
-void frmBackplot::mnuPref_Click() {}
 void frmBackplot::mnuHelpFile_Click() {}
 
 } // namespace backplot
