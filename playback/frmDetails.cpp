@@ -3,11 +3,12 @@
 #include "DetailsReport.h"
 #include "FixedPitchFont.h"
 
-#include <QFontMetrics>
+#include <QFontMetricsF>
 #include <QHBoxLayout>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <cmath>
 
 namespace backplot {
 
@@ -33,10 +34,13 @@ frmDetails::frmDetails(QWidget* mainWindow) : QDialog(mainWindow)
     txtReport_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     txtReport_->setLineWrapMode(QPlainTextEdit::NoWrap);
     txtReport_->setFont(FixedPitchFont());
-    const QFontMetrics metrics(txtReport_->font());
-    const int frame = 2 * txtReport_->frameWidth() + 2 * static_cast<int>(txtReport_->document()->documentMargin());
-    txtReport_->setMinimumSize(metrics.horizontalAdvance(QLatin1Char('0')) * ReportColumns + frame,
-                               metrics.lineSpacing() * ReportLines + frame);
+    // Measured on a whole line: character advances are fractional, and rounding one of
+    // them would leave the longest line a few pixels short.
+    const QFontMetricsF metrics(txtReport_->font());
+    const double frame = 2.0 * txtReport_->frameWidth() + 2.0 * txtReport_->document()->documentMargin();
+    txtReport_->setMinimumSize(
+        static_cast<int>(std::ceil(metrics.horizontalAdvance(QString(ReportColumns, QLatin1Char('0'))) + frame)),
+        static_cast<int>(std::ceil(metrics.lineSpacing() * ReportLines + frame)));
 
     Command1_ = new QPushButton(QStringLiteral("&OK"), this);
     Command1_->setObjectName(QStringLiteral("Command1"));
@@ -60,17 +64,12 @@ frmDetails* frmDetails::ShowReport(QWidget* mainWindow, const EntityRecord& reco
     for (frmDetails* open : mainWindow->findChildren<frmDetails*>(QString(), Qt::FindDirectChildrenOnly))
         if (open->isVisible())
             window = open;
-    const bool fresh = window == nullptr;
-    if (fresh) {
+    if (!window) {
         window = new frmDetails(mainWindow);
         window->setAttribute(Qt::WA_DeleteOnClose);
     }
     window->SetReport(DetailsReport(record, mill));
     window->SetOkHandler(std::move(onOk));
-    if (fresh) {
-        window->adjustSize();
-        window->CentreOverMainWindow();
-    }
     window->show();
     window->raise();
     window->activateWindow();
@@ -95,6 +94,15 @@ void frmDetails::CentreOverMainWindow()
     QRect frame = frameGeometry();
     frame.moveCenter(main->frameGeometry().center());
     move(frame.topLeft());
+}
+
+void frmDetails::showEvent(QShowEvent* event)
+{
+    QDialog::showEvent(event);
+    if (!placed_) {
+        placed_ = true;
+        CentreOverMainWindow();
+    }
 }
 
 void frmDetails::Command1_Click()

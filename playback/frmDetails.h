@@ -23,8 +23,8 @@ public:
 
     // The whole "Step &Details" command: finds the main window's open "Details" window or
     // makes one (it deletes itself when closed), writes the report of `record` into it,
-    // sets `onOk` as its OK handler and shows it, centred over `mainWindow` when it was
-    // not already open, raised and active. Returns the window.
+    // sets `onOk` as its OK handler and shows it (centred over `mainWindow` the first time),
+    // raised and active. Returns the window.
     static frmDetails* ShowReport(QWidget* mainWindow, const EntityRecord& record, bool mill,
                                   std::function<void()> onOk);
 
@@ -37,12 +37,17 @@ public:
     // Places the window's centre over the main window's centre.
     void CentreOverMainWindow();
 
+protected:
+    // The first showing centres the window over the main window.
+    void showEvent(QShowEvent* event) override;
+
 private:
     void Command1_Click();
 
     QPlainTextEdit* txtReport_ = nullptr;
     QPushButton* Command1_ = nullptr;
     std::function<void()> onOk_;
+    bool placed_ = false;
 };
 
 } // namespace backplot
