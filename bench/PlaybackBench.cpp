@@ -1,0 +1,104 @@
+// Playback speed: the step details report (formatting one record must be far below what
+// a person notices, under 1 ms) and a tool-to-tool pass over the largest program the
+// translator accepts (32,767 lines) onto a full-HD picture, which should cost no more
+// than an ordinary plot pass (40 ms).
+
+#include "BenchSupport.h"
+#include "ProgramGenerator.h"
+
+#include "DetailsReport.h"
+#include "ImageSurface.h"
+#include "PartialPlots.h"
+#include "Plotter.h"
+#include "RecordFile.h"
+#include "Settings.h"
+
+#include <benchmark/benchmark.h>
+
+namespace backplot::bench {
+namespace {
+
+// The longest report there is: a milling arc, every value with six decimals.
+void BM_DetailsReport(benchmark::State& state)
+{
+    EntityRecord arc;
+    arc.MoveType = 2;
+    arc.SetBlockText("N1234 G02 X12.3456 Y-7.891 Z-1.25 I-3.5 J4.25 F250.");
+    arc.StartX = 1.5f;
+    arc.StartY = -2.25f;
+    arc.StartZ = -1.25f;
+    arc.EndX = 12.3456f;
+    arc.EndY = 7.891f;
+    arc.EndZ = -1.25f;
+    arc.CenterX = -2;
+    arc.CenterY = -6.5f;
+    arc.Radius = 5.5901699f;
+    arc.StartAngle = 233.130102f;
+    arc.EndAngle = 17.25f;
+    arc.ToolNum = 12;
+    std::size_t lines = 0;
+    for (auto _ : state) {
+        const std::vector<std::string> report = DetailsReport(arc, true);
+        lines = report.size();
+        benchmark::DoNotOptimize(report.data());
+    }
+    if (lines != 21)
+        return state.SkipWithError(("the arc report has " + std::to_string(lines) + " lines, not 21").c_str());
+    state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(BM_DetailsReport)->Unit(benchmark::kMicrosecond);
+
+// Tool to tool from the first change to one past the last: every record is read and drawn
+// in the colour of its tool change, and the pass ends with its "There is only" message.
+void BM_PlotToolToTool(benchmark::State& state)
+{
+    BenchTranslator bench;
+    const ProgramGenerator generator;
+    bench.Translate(generator.WriteTo(bench.Folder.Path(), "generated.nc"));
+    if (bench.Dialogs.Messages != 0)
+        return state.SkipWithError(("translation reported: " + bench.Dialogs.FirstMessage).c_str());
+
+    // The tool changes as the pass counts them, counted here from the records themselves.
+    std::int16_t changes = 0;
+    {
+        RecordFileReader reader;
+        reader.Open(bench.T.RecordFilePath());
+        EntityRecord record;
+        std::int32_t tool = 0;
+        for (std::int32_t n = 1; n <= reader.RecordTotal(); ++n) {
+            reader.Read(n, record);
+            changes = static_cast<std::int16_t>(changes + (record.ToolNum != tool));
+            tool = record.ToolNum;
+        }
+    }
+
+    const Settings settings;
+    Translator& t = bench.T;
+    Plotter plotter(settings, t.ToolColors(), t.State(), bench.Playback, t.Record(), bench.Dialogs, bench.Events,
+                    [&t] { return t.RecordFilePath(); });
+    PartialPlots plots(plotter, t, bench.Playback, settings, bench.Dialogs, bench.Events);
+    ImageSurface picture(1920, 1080);
+    plotter.ExtentsWithMargin(picture);
+    const auto last = static_cast<std::int16_t>(changes + 1);
+    bench.Dialogs.Reset();
+    for (auto _ : state)
+        plots.PlotToolToTool(picture, 1, last);
+
+    const std::string expected = PartialPlots::ToolChangeMessage(changes);
+    const std::int64_t drawn = DrawnPixels(picture.Image());
+    if (plotter.ToolChangesSeen != changes || bench.Dialogs.Messages != state.iterations() ||
+        bench.Dialogs.FirstMessage != expected || drawn == 0)
+        return state.SkipWithError(("expected " + std::to_string(changes) + " tool changes and \"" + expected +
+                                    "\" once a pass; the pass counted " + std::to_string(plotter.ToolChangesSeen) +
+                                    " and said \"" + bench.Dialogs.FirstMessage + "\" " +
+                                    std::to_string(bench.Dialogs.Messages) + " times")
+                                       .c_str());
+    state.SetItemsProcessed(state.iterations() * plotter.RecordTotal);
+    state.counters["records"] = plotter.RecordTotal;
+    state.counters["tool_changes"] = changes;
+    state.counters["drawn_pixels"] = static_cast<double>(drawn);
+}
+BENCHMARK(BM_PlotToolToTool)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+} // namespace
+} // namespace backplot::bench

@@ -1,0 +1,173 @@
+#include "DetailsReport.h"
+
+#include "ArcGeometry.h"
+#include "NumberFormat.h"
+
+#include <cstdlib>
+#include <string_view>
+
+namespace backplot {
+
+namespace {
+
+constexpr std::size_t ZoneWidth = 14;
+const std::string Separator(50, '-');
+
+// The report being printed: one text per line.
+class ReportWriter {
+public:
+    void Line(std::string text = {}) { lines_.push_back(std::move(text)); }
+    void Rule() { Line(Separator); }
+    // The value at the next print zone after the label.
+    void Zone(std::string_view label, const std::string& value)
+    {
+        std::string text(label);
+        text.resize((text.size() / ZoneWidth + 1) * ZoneWidth, ' ');
+        Line(text + value);
+    }
+    // The value right after the label.
+    void Direct(std::string_view label, const std::string& value) { Line(std::string(label) + value); }
+    // A header that starts in the second print zone (column 15).
+    void SecondZone(std::string_view text) { Line(std::string(ZoneWidth, ' ') + std::string(text)); }
+
+    std::vector<std::string> Take() { return std::move(lines_); }
+
+private:
+    std::vector<std::string> lines_;
+};
+
+// A number printed as such: the sign position (blank or minus), the digits, one blank.
+std::string ToolNumberText(std::int32_t tool)
+{
+    const long long value = tool;
+    std::string text(1, value < 0 ? '-' : ' ');
+    text += std::to_string(std::llabs(value));
+    text += ' ';
+    return text;
+}
+
+std::string Fixed(double value) { return FormatFixed6(value); }
+
+void Rapid(ReportWriter& out, const EntityRecord& r, bool mill)
+{
+    const double startX = r.StartX, startY = r.StartY, endX = r.EndX, endY = r.EndY, endZ = r.EndZ;
+    out.Line("      <Rapid position>");
+    out.Rule();
+    out.Zone(" Last T#", ToolNumberText(r.ToolNum));
+    out.Rule();
+    if (mill) {
+        out.Zone(" X position", Fixed(endX));
+        out.Zone(" Y position", Fixed(-endY));
+        out.Zone(" Z position", Fixed(endZ));
+        out.Rule();
+        out.Direct(" Angle from zero", Fixed(AngleOf(endX, -endY)));
+        out.Direct(" 2-D Dist from zero", Fixed(Distance(0, 0, endX, -endY)));
+    } else {
+        out.Zone(" Z position", Fixed(endX));
+        out.Zone(" D position", Fixed(endY + endY)); // not negated, unlike every other D
+        out.Rule();
+    }
+    out.Direct(" 2-D Dist from last point", Fixed(Distance(startX, -startY, endX, -endY)));
+}
+
+void Line(ReportWriter& out, const EntityRecord& r, bool mill)
+{
+    const double startX = r.StartX, startY = r.StartY, startZ = r.StartZ;
+    const double endX = r.EndX, endY = r.EndY, endZ = r.EndZ;
+    out.SecondZone("    <Line>");
+    out.Rule();
+    out.Zone(" Last T#", ToolNumberText(r.ToolNum));
+    out.Rule();
+    if (mill) {
+        out.Direct(" X start position", Fixed(startX));
+        out.Direct(" Y start position", Fixed(-startY));
+        out.Direct(" Z start position", Fixed(startZ));
+        out.Rule();
+        out.Direct(" X end position", Fixed(endX));
+        out.Direct(" Y end position", Fixed(-endY));
+        out.Direct(" Z end position", Fixed(endZ));
+    } else {
+        out.Direct(" Z start position", Fixed(startX));
+        out.Direct(" D start position", Fixed((-startY) + (-startY)));
+        out.Rule();
+        out.Direct(" Z end position", Fixed(endX));
+        out.Direct(" D end position", Fixed((-endY) + (-endY)));
+    }
+    out.Rule();
+    out.Zone(" Angle", FormatFixed1(AngleOf(endX - startX, (-endY) - (-startY))));
+}
+
+void Arc(ReportWriter& out, const EntityRecord& r, bool mill)
+{
+    const double startX = r.StartX, startY = r.StartY, startZ = r.StartZ;
+    const double endX = r.EndX, endY = r.EndY, endZ = r.EndZ;
+    const double centerX = r.CenterX, centerY = r.CenterY;
+    out.SecondZone("<Arc>");
+    out.Rule();
+    out.Zone(" Last T#", ToolNumberText(r.ToolNum));
+    if (mill) {
+        out.Direct(" X start position", Fixed(startX));
+        out.Direct(" Y start position", Fixed(-startY));
+        out.Direct(" Z start position", Fixed(startZ));
+        out.Rule();
+        out.Direct(" X center position", Fixed(centerX));
+        out.Direct(" Y center position", Fixed(-centerY));
+        out.Rule();
+        out.Direct(" X end position", Fixed(endX));
+        out.Direct(" Y end position", Fixed(-endY));
+        out.Direct(" Z end position", Fixed(endZ));
+    } else {
+        out.Direct(" Z start position", Fixed(startX));
+        out.Direct(" D start position", Fixed((-startY) + (-startY)));
+        out.Rule();
+        out.Direct(" Z end position", Fixed(endX));
+        out.Direct(" D end position", Fixed((-endY) + (-endY)));
+        out.Rule();
+        out.Direct(" Z center position", Fixed(centerX));
+        out.Direct(" D center position", Fixed((-centerY) + (-centerY)));
+    }
+    out.Rule();
+    out.Zone(" Start angle", Fixed(r.StartAngle));
+    out.Zone(" End angle", Fixed(r.EndAngle));
+    out.Rule();
+    out.Zone(" Radius", Fixed(r.Radius));
+}
+
+} // namespace
+
+std::vector<std::string> DetailsReport(const EntityRecord& record, bool mill)
+{
+    ReportWriter out;
+    out.Line();
+    out.Line(" CNC code " + std::string(record.BlockTextView()));
+    out.Line();
+    switch (record.MoveType) {
+    case 0:
+        Rapid(out, record, mill);
+        break;
+    case 1:
+        Line(out, record, mill);
+        break;
+    case 2:
+    case 3:
+        Arc(out, record, mill);
+        break;
+    default:
+        break; // an unknown kind shows the head only
+    }
+    return out.Take();
+}
+
+void TrimBlockText(EntityRecord& record)
+{
+    std::string_view text = record.BlockTextView();
+    const std::size_t first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos) {
+        record.SetBlockText({});
+        return;
+    }
+    text = text.substr(first, text.find_last_not_of(' ') - first + 1);
+    record.SetBlockText(std::string(text));
+}
+
+} // namespace backplot

@@ -1,0 +1,211 @@
+#include "PartialPlots.h"
+
+#include "RecordFile.h"
+#include "ResumeNext.h"
+#include "RunTimeError.h"
+#include "ToolChangePalette.h"
+#include "WholeNumber.h"
+#include "frmTool1.h"
+
+namespace backplot {
+
+namespace {
+
+constexpr const char* MessageTitle = "Corvane Backplot";
+
+// "Error opening file!" or "Error reading file!" and, on a line of its own, the path.
+std::string FileMessage(const char* what, const std::string& path)
+{
+    std::string text = what;
+    text += "\r\n";
+    text += path;
+    return text;
+}
+
+// The hourglass for the length of a pass, back to the arrow however it ends.
+class Hourglass {
+public:
+    explicit Hourglass(UserDialogs& dialogs) : dialogs_(dialogs) { dialogs_.SetPointer(MousePointer::Hourglass); }
+    ~Hourglass() { dialogs_.SetPointer(MousePointer::Default); }
+    Hourglass(const Hourglass&) = delete;
+    Hourglass& operator=(const Hourglass&) = delete;
+
+private:
+    UserDialogs& dialogs_;
+};
+
+} // namespace
+
+PartialPlots::PartialPlots(Plotter& plotter, Translator& translator, PlaybackState& playback,
+                           const Settings& settings, UserDialogs& dialogs, EventPump& events)
+    : plotter_(plotter), translator_(translator), playback_(playback), settings_(settings), dialogs_(dialogs),
+      events_(events)
+{
+}
+
+std::string PartialPlots::ToolChangeMessage(std::int16_t toolChanges)
+{
+    std::string text = "There is only ";
+    text += std::to_string(toolChanges);
+    text += " tool change(s) in the program.";
+    return text;
+}
+
+void PartialPlots::ZeroStartAndEnd()
+{
+    EntityRecord& r = translator_.Record();
+    r.StartX = r.StartY = r.StartZ = 0;
+    r.EndX = r.EndY = r.EndZ = 0;
+}
+
+void PartialPlots::ToolToEofCommand(DrawSurface& canvas)
+{
+    // 1-2.
+    if (ToolFromDefault.empty())
+        ToolFromDefault.assign(1, '1'); // not = "1": GCC 12 warns falsely (-Wrestrict) on that
+    const std::string answer =
+        dialogs_.TextPrompt("Enter a Tool number value between 1 and 15", "Plot from", ToolFromDefault);
+
+    // 3. An answer that is no number stops here, keeping the default as it was.
+    if (!answer.empty()) {
+        WholeNumber::Fault fault = WholeNumber::Fault::None;
+        const std::optional<std::int32_t> tool = WholeNumber::ToInt32(answer, fault);
+        if (!tool) {
+            dialogs_.Message(WholeNumber::FaultMessage(answer, fault), MessageTitle, MsgIcon::Exclamation,
+                             MsgButtons::Ok);
+            return;
+        }
+        PlotFrom(canvas, *tool);
+    }
+
+    // 4.
+    ToolFromDefault = WholeNumber::ValueText(answer);
+}
+
+void PartialPlots::ToolToToolCommand(DrawSurface& canvas, QWidget* mainWindow, const std::function<void()>& redraw)
+{
+    TranslationState& state = translator_.State();
+    {
+        frmTool1 dialog(mainWindow, FirstTool, SecondTool, state.AbortTranslation, dialogs_);
+        dialog.exec();
+    }
+    if (state.AbortTranslation) {
+        state.AbortTranslation = false;
+        if (redraw)
+            redraw();
+        return;
+    }
+    PlotToolToTool(canvas, FirstTool, SecondTool);
+}
+
+void PartialPlots::PlotFrom(DrawSurface& canvas, std::int32_t toolNum)
+{
+    const Hourglass pointer(dialogs_);
+    const std::string path = translator_.RecordFilePath();
+    EntityRecord& record = translator_.Record();
+
+    // 1.
+    ResumeNext([&] { canvas.Clear(); });
+    plotter_.DrawAxis(canvas);
+    plotter_.CurTool = 0;
+
+    // 2. Every record is read and coloured, none is drawn.
+    RecordFileReader reader;
+    try {
+        reader.Open(path);
+    } catch (const RunTimeError&) {
+        dialogs_.Message(FileMessage("Error opening file!", path), MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
+        return;
+    }
+    for (std::int32_t n = 1; n <= plotter_.PlotLast; ++n) {
+        try {
+            reader.Read(n, record);
+        } catch (const RunTimeError&) {
+            dialogs_.Message(FileMessage("Error reading file!", path), MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
+            return;
+        }
+        plotter_.ChooseColor(record.ToolNum);
+        if (playback_.SlowMode)
+            events_.ProcessEvents();
+    }
+
+    // 3. The count is the last tool-to-tool pass's.
+    reader.Close();
+    if (toolNum > plotter_.ToolChangesSeen)
+        dialogs_.Message(ToolChangeMessage(plotter_.ToolChangesSeen), MessageTitle, MsgIcon::Information,
+                         MsgButtons::Ok);
+
+    // 4.
+    if (plotter_.PlotLast >= plotter_.RecordTotal) {
+        plotter_.CurTool = 0;
+        plotter_.CurrentColor = static_cast<std::uint32_t>(settings_.DefaultColor);
+        playback_.StepMode = false;
+        ZeroStartAndEnd();
+    }
+}
+
+void PartialPlots::PlotToolToTool(DrawSurface& canvas, std::int16_t firstTool, std::int16_t secondTool)
+{
+    const Hourglass pointer(dialogs_);
+    const std::string path = translator_.RecordFilePath();
+    EntityRecord& record = translator_.Record();
+
+    // 1.
+    ResumeNext([&] { canvas.Clear(); });
+    plotter_.DrawAxis(canvas);
+    plotter_.CurTool = 0;
+    plotter_.ToolChangesSeen = 0;
+    bool drawing = false;
+
+    // 2.
+    RecordFileReader reader;
+    try {
+        reader.Open(path);
+    } catch (const RunTimeError&) {
+        dialogs_.Message(FileMessage("Error opening file!", path), MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
+        return;
+    }
+    for (std::int32_t n = 1; n <= plotter_.PlotLast; ++n) {
+        // 2.1 A tool change counts, may turn drawing on, and picks the colour by its order.
+        try {
+            reader.Read(n, record);
+        } catch (const RunTimeError&) {
+            dialogs_.Message(FileMessage("Error reading file!", path), MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
+            return;
+        }
+        std::int16_t& changes = plotter_.ToolChangesSeen;
+        if (record.ToolNum != plotter_.CurTool) {
+            ++changes;
+            if (changes == firstTool)
+                drawing = true;
+            if (changes > 15)
+                changes = 0;
+            plotter_.CurrentColor = changes > 0 ? ToolChangePalette[static_cast<std::size_t>(changes - 1)]
+                                                : static_cast<std::uint32_t>(settings_.DefaultColor);
+        }
+        // 2.2-2.3
+        plotter_.CurTool = record.ToolNum;
+        if (playback_.SlowMode)
+            events_.ProcessEvents();
+        // 2.4 The record that starts tool change secondTool is not drawn.
+        if (changes == secondTool)
+            break;
+        // 2.5
+        if (drawing)
+            plotter_.DrawEntity(canvas);
+    }
+
+    // 3.
+    reader.Close();
+    if (secondTool > plotter_.ToolChangesSeen)
+        dialogs_.Message(ToolChangeMessage(plotter_.ToolChangesSeen), MessageTitle, MsgIcon::None, MsgButtons::Ok);
+
+    // 4.
+    if (plotter_.PlotLast >= plotter_.RecordTotal) {
+        plotter_.CurTool = 0;
+        playback_.StepMode = false;
+        ZeroStartAndEnd();
+    }
+}
+
+} // namespace backplot

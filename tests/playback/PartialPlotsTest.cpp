@@ -1,0 +1,313 @@
+#include "PartialPlots.h"
+
+#include "ImageSurface.h"
+#include "PartialPlotRig.h"
+#include "ToolChangePalette.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+#include <vector>
+
+namespace backplot {
+namespace {
+
+using Kind = RecordingSurface::Kind;
+using Message = test::ScriptedDialogs::ShownMessage;
+using test::Drawn;
+using test::Rig;
+
+constexpr std::uint32_t Blue = 0xFF0000; // "DefaultColor"
+
+std::uint32_t Palette(int change) { return ToolChangePalette[static_cast<std::size_t>(change - 1)]; }
+
+Message OnlyChanges(int n, MsgIcon icon)
+{
+    return {"There is only " + std::to_string(n) + " tool change(s) in the program.", "Corvane Backplot", icon,
+            MsgButtons::Ok};
+}
+
+TEST(PartialPlots, ToolToToolDrawsFromOneChangeUpToTheNextInTheColourOfItsOrder)
+{
+    struct Case {
+        const char* name;
+        std::int16_t first, second;
+        std::vector<Drawn> cuts;
+        std::int16_t seen;
+        std::vector<Message> messages;
+    };
+    // Tools T1, T1, T2, T2, T1, T1: going back to T1 is the third tool change.
+    const Case cases[] = {
+        {"FirstChangeOnly", 1, 2, {{1, Palette(1)}, {2, Palette(1)}}, 2, {}},
+        {"SecondChange", 2, 3, {{3, Palette(2)}, {4, Palette(2)}}, 3, {}},
+        {"BackToTheFirstToolIsTheThirdChange", 3, 4, {{5, Palette(3)}, {6, Palette(3)}}, 3,
+         {OnlyChanges(3, MsgIcon::None)}},
+        {"SecondPastTheEndDrawsToTheEnd", 1, 9,
+         {{1, Palette(1)}, {2, Palette(1)}, {3, Palette(2)}, {4, Palette(2)}, {5, Palette(3)}, {6, Palette(3)}}, 3,
+         {OnlyChanges(3, MsgIcon::None)}},
+        {"EqualNumbersStopWhereDrawingWouldStart", 2, 2, {}, 2, {}},
+        {"SecondBeforeFirstDrawsNothing", 3, 1, {}, 1, {}},
+        {"FirstPastTheEndDrawsNothing", 4, 5, {}, 3, {OnlyChanges(3, MsgIcon::None)}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Rig rig;
+        rig.Load({1, 1, 2, 2, 1, 1});
+        rig.plots.PlotToolToTool(rig.canvas, c.first, c.second);
+
+        EXPECT_EQ(rig.CutsDrawn(), c.cuts);
+        EXPECT_EQ(rig.plotter.ToolChangesSeen, c.seen);
+        EXPECT_EQ(rig.dialogs.Messages, c.messages);
+        EXPECT_EQ(rig.dialogs.Pointers, (std::vector<MousePointer>{MousePointer::Hourglass, MousePointer::Default}));
+        // A cleared canvas, then the axis (black, dashed), then the cuts.
+        const auto& log = rig.canvas.Primitives();
+        ASSERT_GE(log.size(), 3u);
+        EXPECT_EQ(log[0].Type, Kind::Clear);
+        for (int i : {1, 2}) {
+            EXPECT_EQ(log[i].Type, Kind::Line);
+            EXPECT_EQ(log[i].Color, 0u);
+            EXPECT_EQ(log[i].Style, DrawStyle::Dash);
+        }
+    }
+}
+
+TEST(PartialPlots, ChangeCountWrapsToTheDefaultColourAfterFifteen)
+{
+    // A first record on tool 0 is no tool change; then every record changes the tool.
+    std::vector<std::int32_t> tools{0};
+    for (int t = 1; t <= 17; ++t)
+        tools.push_back(t);
+
+    std::vector<Drawn> all;
+    for (int change = 1; change <= 15; ++change)
+        all.push_back({static_cast<double>(change + 1), Palette(change)});
+    all.push_back({17, Blue});       // the 16th change counts 0
+    all.push_back({18, Palette(1)}); // and the 17th starts again at 1
+
+    struct Case {
+        const char* name;
+        std::int16_t first, second;
+        std::vector<Drawn> cuts;
+    };
+    const Case cases[] = {
+        {"FromTheFirstChange", 1, 30, all},
+        {"SixteenTurnsDrawingOnBeforeTheWrap", 16, 30, {{17, Blue}, {18, Palette(1)}}},
+        {"SixteenNeverStopsThePass", 1, 16, all},
+        // The count is 0 before the first change, and the stop test runs on every record.
+        {"ZeroStopsAtAFirstRecordOnToolZero", 1, 0, {}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Rig rig;
+        rig.Load(tools);
+        rig.plots.PlotToolToTool(rig.canvas, c.first, c.second);
+        EXPECT_EQ(rig.CutsDrawn(), c.cuts);
+    }
+    {   // Without the tool-0 record, 0 stops at the 16th change, where the count wraps.
+        Rig rig;
+        rig.Load(std::vector<std::int32_t>(tools.begin() + 1, tools.end()));
+        rig.plots.PlotToolToTool(rig.canvas, 1, 0);
+        std::vector<Drawn> fifteen;
+        for (int change = 1; change <= 15; ++change)
+            fifteen.push_back({static_cast<double>(change), Palette(change)});
+        EXPECT_EQ(rig.CutsDrawn(), fifteen);
+        EXPECT_EQ(rig.plotter.ToolChangesSeen, 0);
+    }
+    Rig rig;
+    rig.Load(tools);
+    rig.plots.PlotToolToTool(rig.canvas, 1, 30);
+    EXPECT_EQ(rig.plotter.ToolChangesSeen, 1);
+    EXPECT_EQ(rig.dialogs.Messages, (std::vector<Message>{OnlyChanges(1, MsgIcon::None)}));
+}
+
+TEST(PartialPlots, ToolToEofLeavesOnlyTheAxisAndCountsWhatToolToToolSaw)
+{
+    Rig rig;
+    ImageSurface picture(240, 120);
+    rig.Load({1, 1, 2, 2, 1, 1}, &picture);
+
+    // What the axis alone looks like in this view.
+    ImageSurface axisOnly(240, 120);
+    rig.plotter.SetCoords(axisOnly);
+    rig.plotter.DrawAxis(axisOnly);
+
+    rig.plots.PlotToolToTool(picture, 1, 3);
+    ASSERT_NE(picture.Image(), axisOnly.Image()); // the cuts are there
+    EXPECT_EQ(rig.plotter.ToolChangesSeen, 3);
+
+    rig.plots.PlotFrom(picture, 3);
+    EXPECT_EQ(picture.Image(), axisOnly.Image());
+    EXPECT_TRUE(rig.dialogs.Messages.empty());
+
+    // The count is the one tool to tool left, not a new one.
+    rig.plots.PlotFrom(picture, 4);
+    EXPECT_EQ(picture.Image(), axisOnly.Image());
+    EXPECT_EQ(rig.dialogs.Messages, (std::vector<Message>{OnlyChanges(3, MsgIcon::Information)}));
+}
+
+TEST(PartialPlots, PassEndResetsOnlyWhenTheWholeProgramWasRead)
+{
+    struct Case {
+        const char* name;
+        bool toolToTool;
+        std::int16_t plotLast;
+        std::int32_t curTool;
+        std::uint32_t color;
+        bool stepMode;
+        float endX;
+    };
+    // Records 1..6 on tools 1, 1, 2, 2, 1, 1; before each pass CurrentColor is 0x123456 and
+    // tool colours are on with an empty table, so reading a record keeps the colour.
+    const Case cases[] = {
+        {"ToolToEofWholeProgram", false, 6, 0, Blue, false, 0},
+        {"ToolToEofWhileStepping", false, 3, 2, 0x123456, true, 3},
+        {"ToolToToolWholeProgram", true, 6, 0, Palette(3), false, 0},
+        {"ToolToToolWhileStepping", true, 3, 2, Palette(2), true, 3},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Rig rig;
+        rig.Load({1, 1, 2, 2, 1, 1});
+        rig.settings.ToolColor = true;
+        rig.plotter.CurrentColor = 0x123456;
+        rig.plotter.PlotLast = c.plotLast;
+        rig.playback.StepMode = true;
+        if (c.toolToTool)
+            rig.plots.PlotToolToTool(rig.canvas, 1, 9);
+        else
+            rig.plots.PlotFrom(rig.canvas, 1);
+        EXPECT_EQ(rig.plotter.CurTool, c.curTool);
+        EXPECT_EQ(rig.plotter.CurrentColor, c.color);
+        EXPECT_EQ(rig.playback.StepMode, c.stepMode);
+        const EntityRecord& r = rig.translator.Record();
+        EXPECT_EQ((std::vector<float>{r.StartX, r.StartY, r.StartZ, r.EndX, r.EndY, r.EndZ}),
+                  (std::vector<float>{c.endX, 0, 0, c.endX, c.endX == 0 ? 0.f : -1.f, 0}));
+    }
+}
+
+TEST(PartialPlots, SlowMotionLetsEventsRunAndMarksEachDrawnRecord)
+{
+    Rig rig;
+    rig.Load({1, 1, 2, 2, 1, 1});
+    int marks = 0;
+    rig.plotter.SetSlowMotionHook([&] { ++marks; });
+
+    rig.plots.PlotToolToTool(rig.canvas, 2, 3);
+    rig.plots.PlotFrom(rig.canvas, 1);
+    EXPECT_EQ(rig.events.calls, 0);
+    EXPECT_EQ(marks, 0);
+
+    rig.playback.SlowMode = true;
+    rig.plots.PlotToolToTool(rig.canvas, 2, 3); // reads records 1..5, draws 3 and 4
+    EXPECT_EQ(rig.events.calls, 5);
+    EXPECT_EQ(marks, 2);
+    rig.plots.PlotFrom(rig.canvas, 1); // reads all six, draws none
+    EXPECT_EQ(rig.events.calls, 11);
+    EXPECT_EQ(marks, 2);
+}
+
+TEST(PartialPlots, ToolToEofPromptRemembersItsAnswer)
+{
+    Rig rig;
+    rig.Load({1, 1, 2, 2, 1, 1});
+    rig.plots.PlotToolToTool(rig.canvas, 1, 2); // two tool changes seen
+    rig.dialogs.Messages.clear();
+
+    struct Step {
+        const char* name;
+        const char* answer;
+        const char* defaultShown;
+        bool plotted;
+        std::vector<Message> messages;
+        const char* defaultAfter;
+    };
+    const Message notANumber{"\"abc\" is not a number. Enter a tool change number such as 1, 2 or 3.",
+                             "Corvane Backplot", MsgIcon::Exclamation, MsgButtons::Ok};
+    const Step steps[] = {
+        {"FirstDefaultIsOne", "2", "1", true, {}, "2"},
+        {"CancelMakesTheDefaultZero", "", "2", false, {}, "0"},
+        {"NotANumberChangesNothing", "abc", "0", false, {notANumber}, "0"},
+        {"HalfRoundsToEven", "2.5", "0", true, {}, "2.5"},
+        {"PastTheCountShowsTheMessage", " 3.5", "2.5", true, {OnlyChanges(2, MsgIcon::Information)}, "3.5"},
+    };
+    for (const Step& s : steps) {
+        SCOPED_TRACE(s.name);
+        rig.dialogs.PromptAnswers = {s.answer};
+        rig.dialogs.Prompts.clear();
+        rig.dialogs.Messages.clear();
+        rig.canvas.ForgetPrimitives();
+        rig.plots.ToolToEofCommand(rig.canvas);
+
+        using Prompt = test::ScriptedDialogs::PromptRequest;
+        EXPECT_EQ(rig.dialogs.Prompts,
+                  (std::vector<Prompt>{{"Enter a Tool number value between 1 and 15", "Plot from", s.defaultShown}}));
+        EXPECT_EQ(!rig.canvas.Primitives().empty(), s.plotted);
+        EXPECT_EQ(rig.dialogs.Messages, s.messages);
+        EXPECT_EQ(rig.plots.ToolFromDefault, s.defaultAfter);
+    }
+}
+
+TEST(PartialPlots, UnreadableRecordFileIsReportedAndLeavesTheAxis)
+{
+    for (const bool toolToTool : {false, true}) {
+        SCOPED_TRACE(toolToTool ? "ToolToTool" : "ToolToEof");
+        Rig rig;
+        rig.plotter.PlotLast = rig.plotter.RecordTotal = 3; // no record file at all
+        toolToTool ? rig.plots.PlotToolToTool(rig.canvas, 1, 9) : rig.plots.PlotFrom(rig.canvas, 9);
+        EXPECT_EQ(rig.dialogs.Messages,
+                  (std::vector<Message>{{"Error opening file!\r\n" + rig.translator.RecordFilePath(),
+                                         "Corvane Backplot", MsgIcon::Critical, MsgButtons::Ok}}));
+        std::vector<Kind> kinds;
+        for (const auto& p : rig.canvas.Primitives())
+            kinds.push_back(p.Type);
+        EXPECT_EQ(kinds, (std::vector<Kind>{Kind::Clear, Kind::Line, Kind::Line}));
+        EXPECT_EQ(rig.dialogs.Pointers, (std::vector<MousePointer>{MousePointer::Hourglass, MousePointer::Default}));
+    }
+
+    // A file shorter than PlotLast: what was read is drawn, then the error, and no count.
+    Rig rig;
+    rig.Load({1, 2});
+    rig.plotter.PlotLast = 4;
+    rig.plots.PlotToolToTool(rig.canvas, 1, 9);
+    EXPECT_EQ(rig.CutsDrawn(), (std::vector<Drawn>{{1, Palette(1)}, {2, Palette(2)}}));
+    EXPECT_EQ(rig.dialogs.Messages,
+              (std::vector<Message>{{"Error reading file!\r\n" + rig.translator.RecordFilePath(), "Corvane Backplot",
+                                     MsgIcon::Critical, MsgButtons::Ok}}));
+}
+
+// Contrast against white after the usual relative-luminance formula; 1 is white itself.
+double ContrastWithWhite(std::uint32_t bgr)
+{
+    auto channel = [](std::uint32_t v) {
+        const double c = v / 255.0;
+        return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+    };
+    const double l = 0.2126 * channel(bgr & 0xFF) + 0.7152 * channel((bgr >> 8) & 0xFF) +
+                     0.0722 * channel((bgr >> 16) & 0xFF);
+    return 1.05 / (l + 0.05);
+}
+
+double RgbDistance(std::uint32_t a, std::uint32_t b)
+{
+    double sum = 0;
+    for (int shift : {0, 8, 16}) {
+        const double d = static_cast<double>((a >> shift) & 0xFF) - static_cast<double>((b >> shift) & 0xFF);
+        sum += d * d;
+    }
+    return std::sqrt(sum);
+}
+
+TEST(PartialPlots, ToolChangeColoursAreDistinctAndShowOnWhite)
+{
+    for (std::size_t i = 0; i < ToolChangePalette.size(); ++i) {
+        const std::uint32_t c = ToolChangePalette[i];
+        EXPECT_GE(ContrastWithWhite(c), 2.0) << "entry " << i;
+        EXPECT_GE(RgbDistance(c, Blue), 60.0) << "entry " << i << " looks like the default colour";
+        for (std::size_t j = i + 1; j < ToolChangePalette.size(); ++j)
+            EXPECT_GE(RgbDistance(c, ToolChangePalette[j]), 60.0) << "entries " << i << " and " << j;
+    }
+}
+
+} // namespace
+} // namespace backplot

@@ -1,0 +1,187 @@
+#include "frmTool1.h"
+
+#include "PartialPlotRig.h"
+#include "ToolChangePalette.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTimer>
+#include <functional>
+#include <gtest/gtest.h>
+
+namespace backplot {
+namespace {
+
+using Message = test::ScriptedDialogs::ShownMessage;
+
+template <class T>
+T* Child(const QWidget& parent, const char* name)
+{
+    T* child = parent.findChild<T*>(QString::fromLatin1(name));
+    EXPECT_NE(child, nullptr) << name;
+    return child;
+}
+
+// Runs `handle` on the next modal dialog once it is up; `handle` closes it.
+void OnNextModal(std::function<void(QWidget*)> handle, int attempt = 0)
+{
+    QTimer::singleShot(attempt == 0 ? 0 : 10, [handle, attempt] {
+        if (QWidget* modal = QApplication::activeModalWidget())
+            handle(modal);
+        else if (attempt < 200)
+            OnNextModal(handle, attempt + 1);
+    });
+}
+
+struct Tool1Rig {
+    explicit Tool1Rig(QWidget* parent = nullptr) : dialog(parent, first, second, cancelled, dialogs) {}
+    std::int16_t first = 2, second = 5;
+    bool cancelled = false;
+    test::ScriptedDialogs dialogs;
+    frmTool1 dialog;
+};
+
+TEST(frmTool1, OpensCentredWithItsCaptionsAndTheStoredNumbers)
+{
+    QWidget main;
+    main.setGeometry(100, 80, 900, 700);
+    main.show();
+    Tool1Rig rig(&main);
+    const frmTool1& d = rig.dialog;
+    rig.dialog.show();
+    QApplication::processEvents();
+    EXPECT_LE((d.frameGeometry().center() - main.frameGeometry().center()).manhattanLength(), 2);
+    EXPECT_EQ(d.windowTitle(), QStringLiteral("Plot Tool to Tool"));
+    EXPECT_EQ(Child<QLabel>(d, "lblTool1")->text(), QStringLiteral("Enter tool number one:"));
+    EXPECT_EQ(Child<QLabel>(d, "lblTool2")->text(), QStringLiteral("Enter tool number two:"));
+    EXPECT_EQ(Child<QLineEdit>(d, "txtTool1")->text(), QStringLiteral("2"));
+    EXPECT_EQ(Child<QLineEdit>(d, "txtTool2")->text(), QStringLiteral("5"));
+    EXPECT_EQ(Child<QPushButton>(d, "cmdOk")->text(), QStringLiteral("&OK"));
+    EXPECT_EQ(Child<QPushButton>(d, "cmdCancel")->text(), QStringLiteral("Cancel"));
+    for (const char* name : {"txtTool1", "txtTool2", "cmdOk", "cmdCancel"})
+        EXPECT_FALSE(Child<QWidget>(d, name)->accessibleName().isEmpty()) << name;
+}
+
+TEST(frmTool1, OkStoresTheNumbersTypedOrKeepsTheDialogOpen)
+{
+    struct Case {
+        const char* name;
+        const char* one;
+        const char* two;
+        std::int16_t first, second;
+        bool closed;
+        std::vector<Message> messages;
+    };
+    const auto warning = [](const char* text) {
+        return Message{text, "Corvane Backplot", MsgIcon::Exclamation, MsgButtons::Ok};
+    };
+    const Case cases[] = {
+        {"BothNumbers", "3", "4", 3, 4, true, {}},
+        {"EmptyBoxKeepsItsValue", "", "7", 2, 7, true, {}},
+        {"BothEmpty", "", "", 2, 5, true, {}},
+        {"HalvesRoundToEven", "2.5", "3.5", 2, 4, true, {}},
+        {"NotANumberStoresNeither", "1", "x", 2, 5, false,
+         {warning("\"x\" is not a number. Enter a tool change number such as 1, 2 or 3.")}},
+        {"PastSixteenBits", "40000", "1", 2, 5, false,
+         {warning("The tool number \"40000\" is out of range. Enter a tool change number such as 1, 2 or 3.")}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Tool1Rig rig;
+        rig.dialog.show();
+        Child<QLineEdit>(rig.dialog, "txtTool1")->setText(QString::fromLatin1(c.one));
+        Child<QLineEdit>(rig.dialog, "txtTool2")->setText(QString::fromLatin1(c.two));
+        Child<QPushButton>(rig.dialog, "cmdOk")->click();
+        EXPECT_EQ(rig.first, c.first);
+        EXPECT_EQ(rig.second, c.second);
+        EXPECT_EQ(rig.dialog.isVisible(), !c.closed);
+        EXPECT_EQ(rig.dialogs.Messages, c.messages);
+        EXPECT_FALSE(rig.cancelled);
+    }
+}
+
+TEST(frmTool1, CancelEscapeAndCloseAllCancel)
+{
+    const std::function<void(frmTool1&)> ways[] = {
+        [](frmTool1& d) { Child<QPushButton>(d, "cmdCancel")->click(); },
+        [](frmTool1& d) {
+            QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+            QApplication::sendEvent(&d, &escape);
+        },
+        [](frmTool1& d) { d.close(); },
+    };
+    for (const auto& way : ways) {
+        Tool1Rig rig;
+        rig.dialog.show();
+        Child<QLineEdit>(rig.dialog, "txtTool1")->setText(QStringLiteral("9"));
+        way(rig.dialog);
+        EXPECT_TRUE(rig.cancelled);
+        EXPECT_FALSE(rig.dialog.isVisible());
+        EXPECT_EQ(rig.first, 2);
+    }
+}
+
+TEST(frmTool1, EnterInTheFirstBoxMovesToTheSecondAndSelectsIt)
+{
+    Tool1Rig rig;
+    rig.dialog.show();
+    rig.dialog.activateWindow();
+    QApplication::processEvents();
+    auto* one = Child<QLineEdit>(rig.dialog, "txtTool1");
+    auto* two = Child<QLineEdit>(rig.dialog, "txtTool2");
+    one->setFocus();
+    QApplication::processEvents();
+    EXPECT_EQ(one->selectedText(), QStringLiteral("2"));
+
+    QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    QApplication::sendEvent(one, &enter);
+    QApplication::processEvents();
+    EXPECT_EQ(QApplication::focusWidget(), two);
+    EXPECT_EQ(two->selectedText(), QStringLiteral("5"));
+    EXPECT_TRUE(rig.dialog.isVisible()); // Enter there did not press OK
+    EXPECT_EQ(rig.first, 2);
+}
+
+TEST(frmTool1, ToolToToolCommandPlotsOrRedrawsAfterTheDialog)
+{
+    struct Case {
+        const char* name;
+        const char* one;
+        const char* two;
+        bool ok;
+        std::vector<test::Drawn> cuts;
+        int redraws;
+        std::int16_t first, second;
+    };
+    const Case cases[] = {
+        {"OkPlotsTheRangeTyped", "2", "3", true, {{3, ToolChangePalette[1]}, {4, ToolChangePalette[1]}}, 0, 2, 3},
+        {"CancelRedrawsTheWholeProgram", "2", "3", false, {}, 1, 0, 0},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        test::Rig rig;
+        rig.Load({1, 1, 2, 2, 1, 1});
+        int redraws = 0;
+        QString title;
+        OnNextModal([&](QWidget* modal) {
+            title = modal->windowTitle();
+            Child<QLineEdit>(*modal, "txtTool1")->setText(QString::fromLatin1(c.one));
+            Child<QLineEdit>(*modal, "txtTool2")->setText(QString::fromLatin1(c.two));
+            Child<QPushButton>(*modal, c.ok ? "cmdOk" : "cmdCancel")->click();
+        });
+        rig.plots.ToolToToolCommand(rig.canvas, nullptr, [&] { ++redraws; });
+
+        EXPECT_EQ(title, QStringLiteral("Plot Tool to Tool"));
+        EXPECT_EQ(rig.CutsDrawn(), c.cuts);
+        EXPECT_EQ(redraws, c.redraws);
+        EXPECT_FALSE(rig.translator.State().AbortTranslation);
+        EXPECT_EQ(rig.plots.FirstTool, c.first);
+        EXPECT_EQ(rig.plots.SecondTool, c.second);
+    }
+}
+
+} // namespace
+} // namespace backplot
