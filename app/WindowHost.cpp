@@ -2,6 +2,8 @@
 
 #include "CanvasWidget.h"
 #include "Cursors.h"
+#include "SourceView.h"
+#include "StepListing.h"
 #include "frmBackplot.h"
 
 #include <QAction>
@@ -31,7 +33,7 @@ void WindowHost::EndPlayback()
     window_.commands_->mnuStep->setChecked(false);
     window_.commands_->mnuSlowMotion->setChecked(false);
     window_.commands_->mnuDetails->setEnabled(false);
-    // PENDING(step listing widget): empty the step listing pane.
+    window_.Editor1_->Clear();
 }
 
 void WindowHost::Step() { window_.mnuStep_Click(); }
@@ -74,17 +76,27 @@ bool WindowHost::SlowMotionChecked() const { return window_.commands_->mnuSlowMo
 
 void WindowHost::SetSlowMotionChecked(bool checked) { window_.commands_->mnuSlowMotion->setChecked(checked); }
 
-void WindowHost::StartStepListing() {} // PENDING(step listing widget)
+void WindowHost::StartStepListing()
+{
+    window_.Editor1_->Clear();
+    window_.Editor1_->SetCurrentLine(1);
+    window_.Editor1_->show();
+}
 
-void WindowHost::WriteStepListing(const std::string&) {} // PENDING(step listing widget)
+void WindowHost::WriteStepListing(const std::string& block)
+{
+    StepListing& listing = *window_.Editor1_;
+    listing.WriteLine(QString::fromStdString(block));
+    listing.SetCurrentLine(listing.CurrentLine() + 1);
+}
 
 void WindowHost::FocusCanvas() { window_.picCanvas_->setFocus(); }
 
-void WindowHost::MarkSourceLine(int) {} // PENDING(source view widget)
+void WindowHost::MarkSourceLine(int line) { window_.picEditor_->MarkLine(line); }
 
 bool WindowHost::SourceViewShown() const { return window_.commands_->mnuSource->isChecked(); }
 
-void WindowHost::SourceViewToFirstLine() {} // PENDING(source view widget)
+void WindowHost::SourceViewToFirstLine() { window_.picEditor_->GoToFirstLine(); }
 
 void WindowHost::Redraw() { window_.mnuRedraw_Click(); }
 

@@ -7,11 +7,15 @@
 #include "Keyboard.h"
 #include "NumberFormat.h"
 #include "RunTimeError.h"
+#include "PartialPlots.h"
 #include "SlowMotion.h"
+#include "SourceView.h"
+#include "StepListing.h"
 #include "Stepper.h"
 #include "ViewCommands.h"
 #include "WindowHost.h"
 #include "frmAbout.h"
+#include "frmDetails.h"
 #include "frmDrawAids.h"
 #include "frmProperties.h"
 
@@ -25,6 +29,7 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QSplitter>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -66,10 +71,7 @@ frmBackplot::frmBackplot(UserDialogs* dialogs, QWidget* parent) : QMainWindow(pa
                                          translator_->Record(), *dialogs_, events_,
                                          [this] { return translator_->RecordFilePath(); });
 
-    picCanvas_ = new CanvasWidget(this);
-    picCanvas_->setObjectName(QStringLiteral("picCanvas"));
-    picCanvas_->setFocusPolicy(Qt::StrongFocus);
-    setCentralWidget(picCanvas_);
+    createPanes();
     commands_ = new CommandSurface(this);
     createStatusBar();
 
@@ -77,6 +79,7 @@ frmBackplot::frmBackplot(UserDialogs* dialogs, QWidget* parent) : QMainWindow(pa
     viewCommands_ = std::make_unique<ViewCommands>(*plotter_, picSurface(), settings_, playback_, *dialogs_, *host_);
     stepper_ = std::make_unique<Stepper>(*plotter_, picSurface(), *translator_, playback_, *dialogs_, *host_);
     slowMotion_ = std::make_unique<SlowMotion>(*plotter_, picSurface(), settings_, playback_, *host_);
+    partialPlots_ = std::make_unique<PartialPlots>(*plotter_, *translator_, playback_, settings_, *dialogs_, events_);
     keyboard_ = std::make_unique<Keyboard>(*this);
     // A pass that reached the end of the program: playback is over.
     plotter_->SetPassEndedHook([this](bool slowMotionEnded) {
@@ -217,6 +220,36 @@ void frmBackplot::wireCommands()
     });
 }
 
+void frmBackplot::createPanes()
+{
+    picCanvas_ = new CanvasWidget(this);
+    picCanvas_->setObjectName(QStringLiteral("picCanvas"));
+    picCanvas_->setAccessibleName(QStringLiteral("Plot"));
+    picCanvas_->setFocusPolicy(Qt::StrongFocus);
+    picEditor_ = new SourceView(this);
+    picEditor_->setAccessibleName(QStringLiteral("G-code source"));
+    picEditor_->hide();
+    Editor1_ = new StepListing(this);
+    Editor1_->setAccessibleName(QStringLiteral("Stepped blocks"));
+
+    // The canvas gives way to the source view on its right and the step listing below.
+    auto* beside = new QSplitter(Qt::Horizontal, this);
+    beside->setObjectName(QStringLiteral("splitSource"));
+    beside->addWidget(picCanvas_);
+    beside->addWidget(picEditor_);
+    beside->setStretchFactor(0, 3);
+    beside->setStretchFactor(1, 2);
+    beside->setChildrenCollapsible(false);
+    auto* below = new QSplitter(Qt::Vertical, this);
+    below->setObjectName(QStringLiteral("splitSteps"));
+    below->addWidget(beside);
+    below->addWidget(Editor1_);
+    below->setStretchFactor(0, 4);
+    below->setStretchFactor(1, 1);
+    below->setChildrenCollapsible(false);
+    setCentralWidget(below);
+}
+
 namespace {
 
 QLabel* StatusLabel(const char* name, QWidget* parent)
@@ -301,6 +334,12 @@ void frmBackplot::DrawAxis() { plotter_->DrawAxis(picSurface()); }
 void frmBackplot::ZoomIn() { plotter_->View.ZoomIn(); }
 void frmBackplot::ElementStep() { stepper_->ElementStep(picSurface()); }
 void frmBackplot::SetEditor2() { slowMotion_->SetEditor2(); }
+void frmBackplot::PlotFrom(std::int32_t toolNum) { partialPlots_->PlotFrom(picSurface(), toolNum); }
+
+void frmBackplot::PlotToolToTool(std::int16_t firstTool, std::int16_t secondTool)
+{
+    partialPlots_->PlotToolToTool(picSurface(), firstTool, secondTool);
+}
 
 void frmBackplot::DrawRubberLine(float x1, float y1, float x2, float y2, std::uint32_t color)
 {
@@ -363,8 +402,12 @@ void frmBackplot::OpenFile()
             return;
         }
 
-        // 5. Per-program state.
+        // 5.-6. Per-program state; the source view shows the new program, the step
+        // listing of the old one goes.
         t.ResetForNewProgram();
+        picEditor_->LoadFile(QString::fromStdString(fileName_));
+        Editor1_->Clear();
+        Editor1_->hide();
 
         // 7. Status and a clean canvas.
         picStat1_->show();
@@ -458,7 +501,7 @@ void frmBackplot::mnuRedraw_Click()
     if (fileOperation_)
         return;
     mnuClear_Click();
-    // PENDING(step listing widget): repaint the step listing pane.
+    Editor1_->viewport()->update();
     SetEditor2();
     viewCommands_->Redraw();
 }
@@ -585,6 +628,43 @@ void frmBackplot::mnuSlowMotion_Click() { slowMotion_->Toggle(); }
 void frmBackplot::tbPause_Click() { slowMotion_->PauseOrResume(); }
 void frmBackplot::tbStop_Click() { keyboard_->EscapeKey(); }
 
+void frmBackplot::mnuDetails_Click()
+{
+    frmDetails::ShowReport(this, translator_->Record(), translator_->State().Mill, [this] { ReDraw(); });
+}
+
+void frmBackplot::mnuTool1_Click() { partialPlots_->ToolToEofCommand(picSurface()); }
+
+void frmBackplot::mnuTool2_Click()
+{
+    partialPlots_->ToolToToolCommand(picSurface(), this, [this] { mnuRedraw_Click(); });
+}
+
+void frmBackplot::mnuSource_Click()
+{
+    QAction* item = commands_->mnuSource;
+    item->setChecked(!item->isChecked());
+    if (!item->isChecked()) {
+        // The canvas grows back; what is drawn stays until the next redraw.
+        picEditor_->hide();
+        return;
+    }
+    picEditor_->GoToFirstLine();
+    picEditor_->show();
+    events_.ProcessEvents();
+    // Outside slow motion the plot is fitted again to the narrower canvas, one zoom-out
+    // step wider, and that view becomes the one "&Previous" goes back from.
+    if (playback_.SlowMode)
+        return;
+    plotter_->View.SaveView();
+    plotter_->View.ZoomOut();
+    try {
+        SetCoords();
+    } catch (const RunTimeError&) {
+    }
+    GetRecords();
+}
+
 // ---- Commands whose work is not wired in yet ----
 
 void frmBackplot::mnuWinbmp_Click() {}
@@ -592,10 +672,6 @@ void frmBackplot::mnuDxfFile_Click() {}
 void frmBackplot::mnuPrintPreview_Click() {}
 void frmBackplot::mnuPrint_Click() {}
 void frmBackplot::mnuPrinter_Click() {}
-void frmBackplot::mnuDetails_Click() {}
-void frmBackplot::mnuTool1_Click() {}
-void frmBackplot::mnuTool2_Click() {}
-void frmBackplot::mnuSource_Click() {}
 void frmBackplot::mnuHelpFile_Click() {}
 
 } // namespace backplot

@@ -21,15 +21,19 @@ namespace backplot {
 
 class CanvasWidget;
 class Keyboard;
+class PartialPlots;
+class SourceView;
+class StepListing;
 class PlaybackHost;
 class SlowMotion;
 class Stepper;
 class ViewCommands;
 class WindowHost;
 
-// The main window: the canvas `picCanvas`, the menu bar and the toolbar `cToolbar1`
-// (CommandSurface), and two status lines below the canvas (`picStat1` with the comment
-// label `lblComment`, `picStat2` with `lblCode`, `lblXPos` and `lblYPos`).
+// The main window: the canvas `picCanvas` with the source view `picEditor` beside it and
+// the step listing `Editor1` below them (splitters the user can drag), the menu bar and
+// the toolbar `cToolbar1` (CommandSurface), and two status lines below (`picStat1` with
+// the comment label `lblComment`, `picStat2` with `lblCode`, `lblXPos` and `lblYPos`).
 //
 // A switchboard: each command's handler is a line or two that calls the object doing the
 // work: the plotter (view, extents and plot passes), ViewCommands (zoom, pan, the canvas
@@ -75,6 +79,8 @@ public:
     QLabel* lblCode() const { return lblCode_; }
     QLabel* lblXPos() const { return lblXPos_; }
     QLabel* lblYPos() const { return lblYPos_; }
+    SourceView& sourceView() { return *picEditor_; }
+    StepListing& stepListing() { return *Editor1_; }
     QAction* button(const QString& key) const { return commands_->Button(key); }
 
     // ---- Public operations ----
@@ -90,6 +96,8 @@ public:
     void ZoomIn();
     void ElementStep();
     void SetEditor2();
+    void PlotFrom(std::int32_t toolNum);
+    void PlotToolToTool(std::int16_t firstTool, std::int16_t secondTool);
     void DrawRubberLine(float x1, float y1, float x2, float y2, std::uint32_t color);
     void SetControls(bool value) { commands_->SetControls(value); }
     void SetMenus(bool value) { commands_->SetMenus(value); }
@@ -141,6 +149,7 @@ protected:
 private:
     friend class WindowHost;
 
+    void createPanes();
     void createStatusBar();
     void wireCommands();
     void readSettings();
@@ -161,6 +170,7 @@ private:
     std::unique_ptr<ViewCommands> viewCommands_;
     std::unique_ptr<Stepper> stepper_;
     std::unique_ptr<SlowMotion> slowMotion_;
+    std::unique_ptr<PartialPlots> partialPlots_;
     std::unique_ptr<Keyboard> keyboard_;
     std::string fileName_;
     QString dialogFileName_;
@@ -175,6 +185,8 @@ private:
     // ---- Controls ----
     CommandSurface* commands_ = nullptr;
     CanvasWidget* picCanvas_ = nullptr;
+    SourceView* picEditor_ = nullptr;
+    StepListing* Editor1_ = nullptr;
     QFrame* picStat1_ = nullptr;
     QFrame* picStat2_ = nullptr;
     QLabel* lblComment_ = nullptr;

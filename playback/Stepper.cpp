@@ -1,21 +1,10 @@
 #include "Stepper.h"
 
+#include "DetailsReport.h"
 #include "RecordFile.h"
 #include "RunTimeError.h"
 
 namespace backplot {
-
-namespace {
-
-std::string Trimmed(std::string_view text)
-{
-    const std::size_t first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos)
-        return {};
-    return std::string(text.substr(first, text.find_last_not_of(' ') - first + 1));
-}
-
-} // namespace
 
 Stepper::Stepper(Plotter& plotter, DrawSurface& canvas, Translator& translator, PlaybackState& playback,
                  UserDialogs& dialogs, PlaybackHost& host)
@@ -85,9 +74,11 @@ void Stepper::ElementStep(DrawSurface& surface)
         // 3.4 The block as stored, all 60 characters, then two blanks.
         host_.SetCodeText(std::string(record.BlockTextView()) + "  ");
         // 3.5-3.6 The buffer keeps the trimmed block, which the listing shows too.
-        const std::string block = Trimmed(record.BlockTextView());
-        record.SetBlockText(block);
-        host_.WriteStepListing(block);
+        TrimBlockText(record);
+        std::string_view block = record.BlockTextView();
+        while (!block.empty() && block.back() == ' ')
+            block.remove_suffix(1);
+        host_.WriteStepListing(std::string(block));
     } catch (const RunTimeError&) {
         plotter_.PlotLast = before;
         dialogs_.Message("Error opening file!", "Corvane Backplot", MsgIcon::None, MsgButtons::Ok);

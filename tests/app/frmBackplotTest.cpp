@@ -237,8 +237,9 @@ TEST_F(MainWindow, StartUpReadsTheStoresAndClosingWritesThem)
     EXPECT_EQ(window->translator().State().AbsCenter, 1);
     EXPECT_EQ(window->translator().ToolColors()[3].Color, 4210752u);
     EXPECT_TRUE(dialogs.Messages.empty());
-    // The canvas fills the window's middle, on the stored colour.
-    EXPECT_EQ(window->centralWidget(), &window->canvas());
+    // The canvas fills the window's middle while the source view and the step listing
+    // are hidden, on the stored colour.
+    EXPECT_EQ(window->canvas().size(), window->centralWidget()->size());
     const QImage picture = window->canvas().Picture();
     ASSERT_GT(picture.width(), 600);
     EXPECT_EQ(picture.pixelColor(10, 10), QColor(255, 0, 0));
