@@ -3,8 +3,10 @@
 #include "CanvasWidget.h"
 #include "DataFolder.h"
 #include "GuiDialogs.h"
+#include "HelpWindow.h"
 #include "Icons.h"
 #include "NumberFormat.h"
+#include "ProgramFiles.h"
 #include "RunTimeError.h"
 #include "frmAbout.h"
 
@@ -430,7 +432,7 @@ void frmBackplot::createStatusBar()
 void frmBackplot::readSettings()
 {
     settingsStore_.LoadSettings(settings_, translator_->ToolColors(), translator_->State(), *dialogs_,
-                                QCoreApplication::applicationDirPath().toStdString());
+                                ProgramFiles::ForThisProgram().SamplesFolder().toStdString());
 }
 
 void frmBackplot::writeSettings() { settingsStore_.SaveSettings(settings_, translator_->ToolColors()); }
@@ -637,6 +639,27 @@ void frmBackplot::mnuFileOpen_Click()
     translator_->State().AbortTranslation = false;
 }
 
+void frmBackplot::OpenFileAtStart(const std::string& path)
+{
+    if (fileOperation_)
+        return;
+    // What the open dialog would have left behind; the reopen flag then skips the dialog,
+    // and with it the recent-files update, which follows here once the program is drawn.
+    dialogFileName_ = QString::fromStdString(path);
+    dialogFileTitle_ = QFileInfo(dialogFileName_).fileName();
+    fileName_ = path;
+    reopenFlag_ = true;
+    fileOperation_ = true;
+    OpenFile();
+    fileOperation_ = false;
+    if (programLoaded_) {
+        recentFiles_.AddRecentFile(path);
+        RefreshRecentMenu();
+        SetMenus(true);
+    }
+    translator_->State().AbortTranslation = false;
+}
+
 void frmBackplot::mnuRecentFile_Click(int index)
 {
     if (fileOperation_)
@@ -715,7 +738,10 @@ void frmBackplot::mnuTool2_Click() {}
 void frmBackplot::mnuSource_Click() {}
 void frmBackplot::mnuDrawAids_Click() {}
 void frmBackplot::mnuPref_Click() {}
-void frmBackplot::mnuHelpFile_Click() {}
+void frmBackplot::mnuHelpFile_Click()
+{
+    HelpWindow::ShowContents(*this, *dialogs_, ProgramFiles::ForThisProgram().HelpIndex());
+}
 void frmBackplot::tbPause_Click() {}
 void frmBackplot::tbStop_Click() {}
 

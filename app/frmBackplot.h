@@ -69,6 +69,10 @@ public:
     void OpenFile();
     // The open dialog; sets FileName when a file was chosen.
     void ShowOpenDialog();
+    // Opens `path` (a full path) as if it had been chosen in the open dialog, without
+    // showing the dialog: the program file named on the command line. Once drawn, it goes
+    // to the top of the recent files and the menus for a loaded program are enabled.
+    void OpenFileAtStart(const std::string& path);
     // The "&Redraw" command.
     void ReDraw() { mnuRedraw_Click(); }
     void SetCoords() { plotter_->SetCoords(picSurface()); }
