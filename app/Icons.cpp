@@ -7,6 +7,10 @@
 #include <QtMath>
 #include <functional>
 
+// The icon's resource lives in this static library; a library's resources are linked in
+// only when something names them.
+static void InitAppIconResource() { Q_INIT_RESOURCE(AppIcon); }
+
 namespace backplot {
 
 namespace {
@@ -394,7 +398,12 @@ QIcon Icons::ToolbarIcon(const QString& key)
     return icon;
 }
 
-QString Icons::AppIconSvg() { return QStringLiteral(":/icons/tarvo-backplot.svg"); }
+QString Icons::AppIconSvg()
+{
+    static const bool registered = (InitAppIconResource(), true);
+    (void)registered;
+    return QStringLiteral(":/icons/tarvo-backplot.svg");
+}
 
 QPixmap Icons::Logo(int size)
 {
