@@ -420,12 +420,15 @@ QPixmap Icons::Logo(int size)
 QIcon Icons::AppIcon()
 {
     QIcon icon;
-    for (int size : {16, 24, 32, 48, 64, 128, 256}) {
+    for (int size : {16, 24, 32, 48, 64, 128}) {
         icon.addPixmap(Logo(size));
         QPixmap dense = Logo(2 * size);
         dense.setDevicePixelRatio(2);
         icon.addPixmap(dense);
     }
+    // The largest size only once: at twice the density it would cost more than all the
+    // others together, for a picture no window frame shows.
+    icon.addPixmap(Logo(256));
     return icon;
 }
 

@@ -26,8 +26,8 @@ public:
     // The logo of the About box and the window icon, `size` pixels square (device pixel
     // ratio 1); transparent if the picture cannot be read.
     static QPixmap Logo(int size);
-    // The logo at the sizes of the desktop's icon theme (16 to 256), each also at twice
-    // the density.
+    // The logo at the sizes of the desktop's icon theme: 16 to 128, each also at twice the
+    // density, and 256.
     static QIcon AppIcon();
     // The resource path of the application icon's SVG.
     static QString AppIconSvg();

@@ -18,6 +18,7 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent)
 
     imgLogo_ = new QLabel(this);
     imgLogo_->setObjectName(QStringLiteral("imgLogo"));
+    imgLogo_->setAccessibleName(QStringLiteral("Tarvo Backplot logo"));
     // Drawn at the screen's density so the logo stays sharp on high-density screens.
     const qreal ratio = devicePixelRatioF();
     QPixmap logo = Icons::Logo(qRound(64 * ratio));

@@ -123,24 +123,13 @@ TEST(HelpWindow, MissingContentsPageOnlySaysSo)
     EXPECT_TRUE(owner.findChildren<HelpWindow*>().isEmpty());
 }
 
-// The menu command looks beside the test program, which has no help of its own until a
-// test puts one there.
+// The menu command looks beside the program: here the test program, which has no help of
+// its own until the test puts one there.
 class HelpCommand : public test::WindowFixture {
 protected:
     QString HelpFolder() const { return QCoreApplication::applicationDirPath() + QStringLiteral("/help"); }
     void TearDown() override { QDir(HelpFolder()).removeRecursively(); }
 };
-
-TEST_F(HelpCommand, WithoutHelpBesideTheProgramShowsTheMessageAndNoWindow)
-{
-    QDir(HelpFolder()).removeRecursively();
-    Start();
-    Action("mnuHelpFile")->trigger();
-    ASSERT_EQ(dialogs.Messages.size(), 1u);
-    EXPECT_EQ(dialogs.Messages[0].Text, HelpWindow::MissingMessage(HelpFolder() + QStringLiteral("/index.html")));
-    EXPECT_EQ(dialogs.Messages[0].Title, "Corvane Backplot");
-    EXPECT_TRUE(window->findChildren<HelpWindow*>().isEmpty());
-}
 
 TEST_F(HelpCommand, WithHelpBesideTheProgramOpensItsContents)
 {

