@@ -3,8 +3,13 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QPolygonF>
+#include <QSvgRenderer>
 #include <QtMath>
 #include <functional>
+
+// The icon's resource lives in this static library; a library's resources are linked in
+// only when something names them.
+static void InitAppIconResource() { Q_INIT_RESOURCE(AppIcon); }
 
 namespace backplot {
 
@@ -345,41 +350,6 @@ const Painter* PictureOf(const QString& key)
     return nullptr;
 }
 
-void DrawLogo(QPainter& p)
-{
-    // On a 64 x 64 grid: a part profile on a dark plate, reached by a dotted rapid move,
-    // with the cutter at the end of its path.
-    p.setPen(Qt::NoPen);
-    p.setBrush(QColor(0x14, 0x2c, 0x5a));
-    p.drawRoundedRect(QRectF(1, 1, 62, 62), 9, 9);
-    p.setPen(QPen(QColor(0x2a, 0x48, 0x80), 1));
-    for (int v = 9; v < 60; v += 9) {
-        p.drawLine(QPointF(4, v + 0.5), QPointF(60, v + 0.5));
-        p.drawLine(QPointF(v + 0.5, 4), QPointF(v + 0.5, 60));
-    }
-    QPainterPath profile;
-    profile.moveTo(14, 50);
-    profile.lineTo(14, 26);
-    profile.arcTo(QRectF(14, 14, 24, 24), 180, -90);
-    profile.lineTo(40, 14);
-    profile.arcTo(QRectF(38, 14, 12, 12), 90, -90);
-    profile.lineTo(50, 50);
-    profile.closeSubpath();
-    p.setPen(QPen(QColor(0x7c, 0xd6, 0xff), 3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    p.setBrush(Qt::NoBrush);
-    p.drawPath(profile);
-    p.setPen(QPen(QColor(0xff, 0xe0, 0x60), 2));
-    p.drawEllipse(QPointF(32, 38), 6, 6);
-    QPen rapid(QColor(0xff, 0x50, 0x50), 2.5, Qt::DotLine, Qt::RoundCap);
-    p.setPen(rapid);
-    p.drawLine(QPointF(6, 58), QPointF(14, 50));
-    p.setPen(Qt::NoPen);
-    p.setBrush(QColor(0xe8, 0xe8, 0xf0));
-    p.drawRect(QRectF(47, 40, 6, 10));
-    p.setBrush(QColor(0xb0, 0xb8, 0xc8));
-    p.drawRect(QRectF(46, 33, 8, 7));
-}
-
 QPixmap Paint(int size, qreal gridSize, const std::function<void(QPainter&)>& draw)
 {
     QPixmap pixmap(size, size);
@@ -417,18 +387,48 @@ QIcon Icons::ToolbarIcon(const QString& key)
     if (!PictureOf(key))
         return {};
     QIcon icon;
-    icon.addPixmap(ToolbarPixmap(key, 16));
-    icon.addPixmap(ToolbarPixmap(key, 32));
+    for (int size : {16, 32}) {
+        icon.addPixmap(ToolbarPixmap(key, size));
+        // Painted anew at twice the pixels, not scaled up, so a high-density screen gets
+        // the same sharp edges.
+        QPixmap dense = ToolbarPixmap(key, 2 * size);
+        dense.setDevicePixelRatio(2);
+        icon.addPixmap(dense);
+    }
     return icon;
 }
 
-QPixmap Icons::Logo(int size) { return Paint(size, 64, DrawLogo); }
+QString Icons::AppIconSvg()
+{
+    static const bool registered = (InitAppIconResource(), true);
+    (void)registered;
+    return QStringLiteral(":/icons/tarvo-backplot.svg");
+}
+
+QPixmap Icons::Logo(int size)
+{
+    QPixmap pixmap(size, size);
+    pixmap.fill(Qt::transparent);
+    QSvgRenderer svg(AppIconSvg());
+    if (svg.isValid()) {
+        QPainter p(&pixmap);
+        svg.render(&p, QRectF(0, 0, size, size));
+    }
+    return pixmap;
+}
 
 QIcon Icons::AppIcon()
 {
     QIcon icon;
-    for (int size : {16, 24, 32, 48, 64, 128})
+    for (int size : {16, 24, 32, 48, 64, 128}) {
         icon.addPixmap(Logo(size));
+        QPixmap dense = Logo(2 * size);
+        dense.setDevicePixelRatio(2);
+        icon.addPixmap(dense);
+    }
+    // The largest size only once: at twice the density it would cost more than all the
+    // others together, for a picture no window frame shows.
+    icon.addPixmap(Logo(256));
     return icon;
 }
 

@@ -1,5 +1,6 @@
 #include "frmAbout.h"
 
+#include "BuildInfo.h"
 #include "Icons.h"
 
 #include <QHBoxLayout>
@@ -17,6 +18,7 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent)
 
     imgLogo_ = new QLabel(this);
     imgLogo_->setObjectName(QStringLiteral("imgLogo"));
+    imgLogo_->setAccessibleName(QStringLiteral("Tarvo Backplot logo"));
     // Drawn at the screen's density so the logo stays sharp on high-density screens.
     const qreal ratio = devicePixelRatioF();
     QPixmap logo = Icons::Logo(qRound(64 * ratio));
@@ -38,6 +40,15 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent)
                                  this);
     lblDescription_->setObjectName(QStringLiteral("lblDescription"));
 
+    lblVersion_ = new QLabel(VersionLine(QString::fromLatin1(BuildVersion), QString::fromLatin1(BuildCommit)), this);
+    lblVersion_->setObjectName(QStringLiteral("lblVersion"));
+    lblQtVersion_ = new QLabel(QStringLiteral("Qt ") + QString::fromLatin1(qVersion()), this);
+    lblQtVersion_->setObjectName(QStringLiteral("lblQtVersion"));
+    lblLicence_ = new QLabel(QStringLiteral("GNU General Public License, version 3 or later"), this);
+    lblLicence_->setObjectName(QStringLiteral("lblLicence"));
+    for (QLabel* label : {lblVersion_, lblQtVersion_, lblLicence_})
+        label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+
     cmdOK_ = new QPushButton(QStringLiteral("&OK"), this);
     cmdOK_->setObjectName(QStringLiteral("cmdOK"));
     cmdOK_->setDefault(true);
@@ -47,6 +58,10 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent)
     text->addWidget(lblTitle_);
     text->addSpacing(6);
     text->addWidget(lblDescription_);
+    text->addSpacing(6);
+    text->addWidget(lblVersion_);
+    text->addWidget(lblQtVersion_);
+    text->addWidget(lblLicence_);
     text->addStretch(1);
 
     auto* top = new QHBoxLayout;
@@ -63,6 +78,14 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent)
     layout->addSpacing(12);
     layout->addLayout(buttons);
     layout->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+QString frmAbout::VersionLine(const QString& version, const QString& commit)
+{
+    QString line = QStringLiteral("Version ") + version;
+    if (!commit.isEmpty())
+        line += QStringLiteral(" (commit ") + commit + QLatin1Char(')');
+    return line;
 }
 
 void frmAbout::cmdOK_Click() { accept(); }

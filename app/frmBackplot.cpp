@@ -3,9 +3,11 @@
 #include "CanvasWidget.h"
 #include "DataFolder.h"
 #include "GuiDialogs.h"
+#include "HelpWindow.h"
 #include "Icons.h"
 #include "Keyboard.h"
 #include "NumberFormat.h"
+#include "ProgramFiles.h"
 #include "RunTimeError.h"
 #include "PartialPlots.h"
 #include "SlowMotion.h"
@@ -307,7 +309,7 @@ void frmBackplot::createStatusBar()
 void frmBackplot::readSettings()
 {
     settingsStore_.LoadSettings(settings_, translator_->ToolColors(), translator_->State(), *dialogs_,
-                                QCoreApplication::applicationDirPath().toStdString());
+                                ProgramFiles::ForThisProgram().SamplesFolder().toStdString());
 }
 
 void frmBackplot::writeSettings() { settingsStore_.SaveSettings(settings_, translator_->ToolColors()); }
@@ -464,6 +466,29 @@ void frmBackplot::mnuFileOpen_Click()
         // from SlowResume, so it goes back to 1. Single step keeps its element in
         // PlotLast, which the extents pass has set to the record total so that a redraw
         // shows the whole program; its first step starts from record 1 by itself.
+        playback_.SlowResume = 1;
+        plotter_->PlotIndex = 1;
+        SetMenus(true);
+    }
+    translator_->State().AbortTranslation = false;
+}
+
+void frmBackplot::OpenFileAtStart(const std::string& path)
+{
+    if (fileOperation_)
+        return;
+    // What the open dialog would have left behind; the reopen flag then skips the dialog,
+    // and with it the recent-files update, which follows here once the program is drawn.
+    dialogFileName_ = QString::fromStdString(path);
+    dialogFileTitle_ = QFileInfo(dialogFileName_).fileName();
+    fileName_ = path;
+    reopenFlag_ = true;
+    SetFileOperation(true);
+    OpenFile();
+    SetFileOperation(false);
+    if (programLoaded_) {
+        recentFiles_.AddRecentFile(path);
+        RefreshRecentMenu();
         playback_.SlowResume = 1;
         plotter_->PlotIndex = 1;
         SetMenus(true);
@@ -672,6 +697,9 @@ void frmBackplot::mnuDxfFile_Click() {}
 void frmBackplot::mnuPrintPreview_Click() {}
 void frmBackplot::mnuPrint_Click() {}
 void frmBackplot::mnuPrinter_Click() {}
-void frmBackplot::mnuHelpFile_Click() {}
+void frmBackplot::mnuHelpFile_Click()
+{
+    HelpWindow::ShowContents(*this, *dialogs_, ProgramFiles::ForThisProgram().HelpIndex());
+}
 
 } // namespace backplot

@@ -89,6 +89,10 @@ public:
     // recent-files list.
     void OpenFile();
     void ShowOpenDialog();
+    // Opens `path` (a full path) as if it had been chosen in the open dialog, without
+    // showing the dialog: the program file named on the command line. Once drawn, it goes
+    // to the top of the recent files and the menus for a loaded program are enabled.
+    void OpenFileAtStart(const std::string& path);
     void ReDraw() { mnuRedraw_Click(); }
     void SetCoords();
     void GetRecords();

@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(
   g++ cmake make pkg-config
-  qt6-base-dev libgl-dev qt6-qpa-plugins fonts-dejavu-core
+  qt6-base-dev qt6-svg-dev libgl-dev qt6-qpa-plugins fonts-dejavu-core
   libqscintilla2-qt6-dev
   libgtest-dev libgmock-dev googletest
   libbenchmark-dev

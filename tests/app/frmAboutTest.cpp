@@ -1,0 +1,64 @@
+#include "Icons.h"
+#include "frmAbout.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+namespace backplot {
+namespace {
+
+QString LabelText(const frmAbout& about, const char* name)
+{
+    const auto* label = about.findChild<QLabel*>(QString::fromLatin1(name));
+    EXPECT_NE(label, nullptr) << name;
+    return label ? label->text() : QString();
+}
+
+TEST(frmAbout, ShowsTitleVersionQtAndLicenceLines)
+{
+    frmAbout about;
+    EXPECT_EQ(about.windowTitle(), QStringLiteral("About Tarvo Backplot"));
+    EXPECT_EQ(LabelText(about, "lblTitle"), QStringLiteral("Tarvo Backplot V5.0"));
+    // This build's version, and its commit when it was configured from a git checkout.
+    const QString version = LabelText(about, "lblVersion");
+    EXPECT_TRUE(QRegularExpression(QStringLiteral("^Version 5\\.0( \\(commit [0-9a-f]{7,}\\))?$"))
+                    .match(version)
+                    .hasMatch())
+        << version.toStdString();
+    // The Qt library the program runs on, not the one it was compiled against.
+    EXPECT_EQ(LabelText(about, "lblQtVersion"), QStringLiteral("Qt ") + QString::fromLatin1(qVersion()));
+    EXPECT_TRUE(LabelText(about, "lblQtVersion").startsWith(QStringLiteral("Qt 6.")));
+    EXPECT_EQ(LabelText(about, "lblLicence"), QStringLiteral("GNU General Public License, version 3 or later"));
+
+    auto* ok = about.findChild<QPushButton*>(QStringLiteral("cmdOK"));
+    ASSERT_NE(ok, nullptr);
+    EXPECT_EQ(ok->text(), QStringLiteral("&OK"));
+    QTimer::singleShot(0, ok, &QPushButton::click);
+    EXPECT_EQ(about.exec(), QDialog::Accepted);
+}
+
+TEST(frmAbout, VersionLineNamesTheCommitOnlyWhenKnown)
+{
+    struct Row {
+        const char* name;
+        const char* version;
+        const char* commit;
+        const char* line;
+    };
+    const Row rows[] = {
+        {"no commit outside a git checkout", "5.0", "", "Version 5.0"},
+        {"short commit", "5.0", "7583e5a", "Version 5.0 (commit 7583e5a)"},
+        {"another version", "5.1.2", "0a1b2c3d4e", "Version 5.1.2 (commit 0a1b2c3d4e)"},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(frmAbout::VersionLine(QString::fromLatin1(row.version), QString::fromLatin1(row.commit)),
+                  QString::fromLatin1(row.line))
+            << row.name;
+}
+
+} // namespace
+} // namespace backplot
