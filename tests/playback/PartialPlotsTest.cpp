@@ -1,7 +1,7 @@
 #include "PartialPlots.h"
 
 #include "ImageSurface.h"
-#include "PartialPlotRig.h"
+#include "PlaybackRig.h"
 #include "ToolChangePalette.h"
 
 #include <gtest/gtest.h>

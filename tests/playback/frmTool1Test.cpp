@@ -1,6 +1,6 @@
 #include "frmTool1.h"
 
-#include "PartialPlotRig.h"
+#include "PlaybackRig.h"
 #include "ToolChangePalette.h"
 
 #include <QApplication>

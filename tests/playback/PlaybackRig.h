@@ -6,15 +6,23 @@
 #include "RecordingSurface.h"
 #include "TestPaths.h"
 
+#include <functional>
 #include <ostream>
 #include <vector>
 
 namespace backplot::test {
 
-// Counts the calls of "let pending events run".
+// Counts the calls of "let pending events run"; `onCall` plays the keys a user presses
+// meanwhile.
 struct CountingEvents : EventPump {
     int calls = 0;
-    void ProcessEvents() override { ++calls; }
+    std::function<void(int call)> onCall;
+    void ProcessEvents() override
+    {
+        ++calls;
+        if (onCall)
+            onCall(calls);
+    }
 };
 
 // Cut n (from 1) runs from (n, 0) to (n, -1) in stored units, with the given tool.
@@ -36,7 +44,8 @@ struct Drawn {
     friend void PrintTo(const Drawn& d, std::ostream* os) { *os << "cut " << d.x << " colour " << std::hex << d.color; }
 };
 
-// The translator, plotter and partial plots of a window, on a scratch data folder.
+// The translator, plotter and partial plots of a window, on a scratch data folder: the
+// rig of the playback tests.
 struct Rig {
     ScratchDir dir;
     ScriptedDialogs dialogs;
