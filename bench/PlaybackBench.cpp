@@ -1,7 +1,8 @@
-// Playback speed: the step details report (formatting one record must be far below what
-// a person notices, under 1 ms) and a tool-to-tool pass over the largest program the
-// translator accepts (32,767 lines) onto a full-HD picture, which should cost no more
-// than an ordinary plot pass (40 ms).
+// Playback speed: one single block step and the step details report (each must be far
+// below what a person notices, under 1 ms), a tool-to-tool pass over the largest program
+// the translator accepts (32,767 lines) onto a full-HD picture, which should cost no more
+// than an ordinary plot pass (40 ms), and a slow-motion replay, whose pace must be the
+// slow time and which must let the keys in between every two records.
 
 #include "BenchSupport.h"
 #include "ProgramGenerator.h"
@@ -12,8 +13,11 @@
 #include "Plotter.h"
 #include "RecordFile.h"
 #include "Settings.h"
+#include "SlowMotion.h"
+#include "Stepper.h"
 
 #include <benchmark/benchmark.h>
+#include <chrono>
 
 namespace backplot::bench {
 namespace {
@@ -99,6 +103,81 @@ void BM_PlotToolToTool(benchmark::State& state)
     state.counters["drawn_pixels"] = static_cast<double>(drawn);
 }
 BENCHMARK(BM_PlotToolToTool)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+// One step deep into the largest program: the record file opened, record n read and drawn
+// alone over a full-HD picture, the block trimmed.
+void BM_ElementStep(benchmark::State& state)
+{
+    BenchTranslator bench;
+    const ProgramGenerator generator;
+    bench.Translate(generator.WriteTo(bench.Folder.Path(), "generated.nc"));
+    const Settings settings;
+    Translator& t = bench.T;
+    Plotter plotter(settings, t.ToolColors(), t.State(), bench.Playback, t.Record(), bench.Dialogs, bench.Events,
+                    [&t] { return t.RecordFilePath(); });
+    ImageSurface picture(1920, 1080);
+    plotter.ExtentsWithMargin(picture);
+    PlaybackHost host;
+    Stepper stepper(plotter, picture, t, bench.Playback, bench.Dialogs, host);
+    stepper.Step();
+    plotter.PlotLast = 20000;
+    for (auto _ : state) {
+        stepper.ElementStep(picture);
+        if (plotter.PlotLast >= plotter.RecordTotal)
+            plotter.PlotLast = 20000;
+    }
+    if (bench.Dialogs.Messages != 0 || !bench.Playback.StepMode)
+        state.SkipWithError("a step failed or ended the walk");
+}
+BENCHMARK(BM_ElementStep)->Unit(benchmark::kMicrosecond);
+
+// Slow motion at Slow Time .05 over 100 records: the replay should take 5 s, and the
+// longest stretch without event processing is how long a P or Esc can wait.
+void BM_SlowMotionReplay(benchmark::State& state)
+{
+    using Clock = std::chrono::steady_clock;
+    struct GapEvents : EventPump {
+        Clock::time_point last = Clock::now();
+        double longest = 0;
+        int calls = 0;
+        void ProcessEvents() override
+        {
+            const Clock::time_point now = Clock::now();
+            longest = std::max(longest, std::chrono::duration<double>(now - last).count());
+            last = now;
+            ++calls;
+        }
+    } events;
+    BenchTranslator bench;
+    std::string program;
+    for (int i = 0; i < 100; ++i)
+        program += i % 2 ? "G1 X" + std::to_string(i) + ". Y0.\n" : "G1 X" + std::to_string(i) + ". Y5.\n";
+    bench.Translate(bench.Folder.Write("slow.nc", program));
+    Settings settings;
+    settings.SlowTime = 0.05f;
+    Translator& t = bench.T;
+    Plotter plotter(settings, t.ToolColors(), t.State(), bench.Playback, t.Record(), bench.Dialogs, events,
+                    [&t] { return t.RecordFilePath(); });
+    ImageSurface picture(1920, 1080);
+    plotter.ExtentsWithMargin(picture);
+    PlaybackHost host;
+    SlowMotion slow(plotter, picture, settings, bench.Playback, host);
+    double replay = 0;
+    for (auto _ : state) {
+        bench.Playback.SlowMode = true;
+        events.longest = 0;
+        events.calls = 0;
+        const Clock::time_point start = Clock::now();
+        events.last = start;
+        plotter.GetRecords(picture);
+        replay = std::chrono::duration<double>(Clock::now() - start).count();
+    }
+    if (plotter.RecordTotal != 100 || events.calls != 100 || bench.Playback.SlowMode)
+        return state.SkipWithError("the replay did not run through the 100 records");
+    state.counters["replay_s"] = replay;
+    state.counters["longest_wait_for_keys_ms"] = events.longest * 1000;
+}
+BENCHMARK(BM_SlowMotionReplay)->Unit(benchmark::kSecond)->Iterations(1)->UseRealTime();
 
 } // namespace
 } // namespace backplot::bench

@@ -28,7 +28,7 @@ def check(condition, message):
         raise TestFailure(message)
 
 
-def wait_for(what, probe, timeout=20.0, interval=0.05):
+def wait_for(what, probe, timeout=60.0, interval=0.05):
     """Calls probe until it returns something true; fails after `timeout` seconds."""
     deadline = time.monotonic() + timeout
     while True:
@@ -131,7 +131,7 @@ class Desktop:
         result = subprocess.run(["xdotool", *args], env=self.env, capture_output=True, text=True, timeout=timeout)
         return result.stdout.strip()
 
-    def window(self, title, timeout=20):
+    def window(self, title, timeout=60):
         """The visible top-level window whose title is exactly `title` (as the platform has it)."""
         pattern = "^" + "".join("\\" + c if c in ".^$*+?()[]{}|\\" else c for c in title) + "$"
         found = wait_for("a window titled " + repr(title),
@@ -158,7 +158,7 @@ class Desktop:
 
     # ---- the accessibility tree, as a screen reader reads it ----
 
-    def accessible_app(self, name="TKZBackplot", timeout=20):
+    def accessible_app(self, name="TKZBackplot", timeout=60):
         import pyatspi
 
         def find():
