@@ -5,6 +5,7 @@
 #include "GuiDialogs.h"
 #include "Icons.h"
 #include "NumberFormat.h"
+#include "OutputCommands.h"
 #include "RunTimeError.h"
 #include "frmAbout.h"
 
@@ -692,11 +693,36 @@ void frmBackplot::tbToolColors_Click()
 
 // ---- Commands whose work is not wired in yet ----
 
-void frmBackplot::mnuWinbmp_Click() {}
-void frmBackplot::mnuDxfFile_Click() {}
-void frmBackplot::mnuPrintPreview_Click() {}
-void frmBackplot::mnuPrint_Click() {}
-void frmBackplot::mnuPrinter_Click() {}
+void frmBackplot::mnuWinbmp_Click()
+{
+    // A fresh full redraw is what gets saved.
+    mnuAutoOn_Click();
+    events_.ProcessEvents();
+    OutputCommands::Of(this).SaveAsBMP(*dialogs_, settings_, *picCanvas_, [this] { mnuRedraw_Click(); });
+    mnuAutoOff_Click();
+}
+void frmBackplot::mnuDxfFile_Click()
+{
+    OutputCommands::Of(this).SaveAsDXF(*translator_, *dialogs_, settings_, picSurface());
+}
+void frmBackplot::mnuPrintPreview_Click()
+{
+    OutputCommands::Of(this).PrintPreview(*plotter_, *translator_, settings_, *dialogs_, [this] { mnuRedraw_Click(); },
+                                          [this] { cmdHidden_->click(); });
+}
+void frmBackplot::mnuPrint_Click()
+{
+    OutputCommands::Of(this).Print(*plotter_, *translator_, settings_, *dialogs_,
+                                   [this](const QString& text) { lblComment_->setText(text); });
+}
+void frmBackplot::mnuPrinter_Click()
+{
+    OutputCommands& output = OutputCommands::Of(this);
+    if (auto* gui = dynamic_cast<GuiDialogs*>(dialogs_))
+        gui->SetPrinter(&output.Printer());
+    output.ShowPrinterSetup(*dialogs_);
+    mnuRedraw_Click();
+}
 void frmBackplot::mnuZExtents_Click() {}
 void frmBackplot::mnuZPrev_Click() {}
 void frmBackplot::mnuZWindow_Click() {}

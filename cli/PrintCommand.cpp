@@ -7,6 +7,7 @@
 #include <QGuiApplication>
 #include <QString>
 #include <cstdio>
+#include <filesystem>
 #include <memory>
 #include <ostream>
 
@@ -21,6 +22,37 @@ void QuietQt(QtMsgType type, const QMessageLogContext&, const QString& text)
     if (type == QtCriticalMsg || type == QtFatalMsg)
         std::fprintf(stderr, "backplot-cli: %s\n", qPrintable(text));
 }
+
+// Without a runtime folder of the session, Qt makes one in the temporary folder and leaves
+// it there; this one lies in the data folder and goes when the command ends.
+class RuntimeFolder {
+public:
+    explicit RuntimeFolder(const std::string& dataFolder)
+    {
+        if (!qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
+            return;
+        path_ = std::filesystem::path(dataFolder) / "qt-runtime";
+        std::error_code ec;
+        if (std::filesystem::exists(path_, ec)) {
+            path_.clear();
+            return;
+        }
+        qputenv("XDG_RUNTIME_DIR", QByteArray::fromStdString(path_.string()));
+    }
+    ~RuntimeFolder()
+    {
+        if (path_.empty())
+            return;
+        std::error_code ec;
+        std::filesystem::remove_all(path_, ec);
+        qunsetenv("XDG_RUNTIME_DIR");
+    }
+    RuntimeFolder(const RuntimeFolder&) = delete;
+    RuntimeFolder& operator=(const RuntimeFolder&) = delete;
+
+private:
+    std::filesystem::path path_;
+};
 
 // The printer needs an application object; the tool has no display, so it gets one of
 // the offscreen platform for the length of the command.
@@ -44,9 +76,10 @@ int RunPrint(CliSession& session)
 {
     if (!session.Translate())
         return 1;
-    const std::unique_ptr<QGuiApplication> application = MakeApplication();
     const CliOptions& o = session.Options();
     Translator& t = session.Translation();
+    const RuntimeFolder runtime(t.DataFolder());
+    const std::unique_ptr<QGuiApplication> application = MakeApplication();
 
     ScaleSurface canvas(o.Width, o.Height);
     Plotter plotter(session.Config(), t.ToolColors(), t.State(), session.Playback(), t.Record(), session.Dialogs(),

@@ -215,5 +215,35 @@ TEST(PrintFallback, WithoutAPrinterThePageGoesToThePdfFileInTheDataFolder)
     EXPECT_EQ(test::ReadAll(expected).substr(0, 5), "%PDF-");
 }
 
+TEST(CliPrint, WritesThePageTheWindowWouldPrintAfterOpening)
+{
+    test::ScratchDir work;
+    const std::string program = work.Write("rectangle.nc", Rectangle);
+    const std::filesystem::path pdf = work.Path() / "page.pdf";
+    const std::filesystem::path tmp = work.Path() / "tmp";
+    std::filesystem::create_directory(tmp);
+    const std::string command = "TMPDIR='" + tmp.string() + "' '" BACKPLOT_CLI "' print '" + program + "' -o '" +
+                                pdf.string() + "' --size 400x200 2>'" + (work.Path() / "stderr").string() + "'";
+    ASSERT_EQ(std::system(command.c_str()), 0);
+    EXPECT_EQ(test::ReadAll(work.Path() / "stderr"), "");
+    EXPECT_TRUE(std::filesystem::is_empty(tmp));
+
+    // Opened on 400 x 200: extents 40 x 10, fitted and widened by 6 on every side to the
+    // view (-6, -18)-(46, 8). On the page: 52 units across 539 points, 10.365 points a
+    // unit, centred on y = -5. x 0 at 28 + 6 x 10.365 = 90.2 points (125 px), x 40 at
+    // 504.8 points (701 px); stored y -10 at 28 + 32.91 x 10.365 = 369.2 points (513 px),
+    // y 0 at 472.8 points (657 px). The axis lies on the edges x 0 and y 0.
+    const QImage page = Rasterise(pdf);
+    ASSERT_EQ(page.size(), QSize(827, 1170));
+    const std::vector<int> across = Marks(page, 585, false);
+    ASSERT_EQ(across.size(), 2u);
+    EXPECT_NEAR(across[0], 125, 1);
+    EXPECT_NEAR(across[1], 701, 1);
+    const std::vector<int> down = Marks(page, 413, true);
+    ASSERT_EQ(down.size(), 2u);
+    EXPECT_NEAR(down[0], 513, 1);
+    EXPECT_NEAR(down[1], 657, 1);
+}
+
 } // namespace
 } // namespace backplot
