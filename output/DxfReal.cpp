@@ -2,7 +2,9 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 namespace backplot {
 
@@ -18,65 +20,63 @@ std::string GeneralForm(double value, int digits)
         return value < 0 ? "-Inf" : "Inf";
 
     // 17 significant digits hold a float or double closely enough that rounding them
-    // again to 7 or 15 gives the rounding of the value itself.
-    char buffer[40];
-    const auto [end, ec] = std::to_chars(buffer, buffer + sizeof buffer, std::fabs(value),
-                                         std::chars_format::scientific, 16);
+    // again to 7 or 15 gives the rounding of the value itself: "d.dddddddddddddddde+XX".
+    char text[40];
+    const auto [end, ec] =
+        std::to_chars(text, text + sizeof text - 1, std::fabs(value), std::chars_format::scientific, 16);
     (void)ec; // the buffer is large enough for any double
-    const std::string_view text(buffer, static_cast<std::size_t>(end - buffer));
-    const std::size_t e = text.find('e');
-    std::string mantissa;
-    for (char c : text.substr(0, e))
-        if (c != '.')
-            mantissa.push_back(c);
-    int exponent = std::atoi(std::string(text.substr(e + 1)).c_str());
+    *end = '\0';
+    char mantissa[17];
+    mantissa[0] = text[0];
+    std::memcpy(mantissa + 1, text + 2, 16);
+    int exponent = std::atoi(text + 19);
 
     // Round to `digits`, halves away from zero; 9.99..95 carries into a new leading digit.
-    const bool up = mantissa[static_cast<std::size_t>(digits)] >= '5';
-    mantissa.resize(static_cast<std::size_t>(digits));
-    if (up) {
+    int length = digits;
+    if (mantissa[digits] >= '5') {
         int i = digits - 1;
-        for (; i >= 0 && mantissa[static_cast<std::size_t>(i)] == '9'; --i)
-            mantissa[static_cast<std::size_t>(i)] = '0';
+        for (; i >= 0 && mantissa[i] == '9'; --i)
+            mantissa[i] = '0';
         if (i >= 0) {
-            ++mantissa[static_cast<std::size_t>(i)];
+            ++mantissa[i];
         } else {
-            mantissa.insert(mantissa.begin(), '1');
-            mantissa.pop_back();
+            mantissa[0] = '1';
             ++exponent;
         }
     }
-    while (mantissa.size() > 1 && mantissa.back() == '0')
-        mantissa.pop_back();
+    while (length > 1 && mantissa[length - 1] == '0')
+        --length;
 
-    std::string out = value < 0 ? "-" : "";
+    char out[40];
+    int n = 0;
+    if (value < 0)
+        out[n++] = '-';
     if (exponent < -4 || exponent >= digits) {
-        out += mantissa[0];
-        if (mantissa.size() > 1) {
-            out += '.';
-            out.append(mantissa, 1);
+        out[n++] = mantissa[0];
+        if (length > 1) {
+            out[n++] = '.';
+            std::memcpy(out + n, mantissa + 1, static_cast<std::size_t>(length - 1));
+            n += length - 1;
         }
-        out += exponent < 0 ? "E-" : "E+";
-        const std::string power = std::to_string(std::abs(exponent));
-        if (power.size() < 2)
-            out += '0';
-        out += power;
+        n += std::snprintf(out + n, sizeof out - static_cast<std::size_t>(n), exponent < 0 ? "E-%02d" : "E+%02d",
+                           std::abs(exponent));
     } else if (exponent < 0) {
-        out += '.';
-        out.append(static_cast<std::size_t>(-exponent - 1), '0');
-        out += mantissa;
+        out[n++] = '.';
+        for (int i = -exponent - 1; i > 0; --i)
+            out[n++] = '0';
+        std::memcpy(out + n, mantissa, static_cast<std::size_t>(length));
+        n += length;
     } else {
-        const auto whole = static_cast<std::size_t>(exponent) + 1;
-        if (mantissa.size() <= whole) {
-            out += mantissa;
-            out.append(whole - mantissa.size(), '0');
-        } else {
-            out.append(mantissa, 0, whole);
-            out += '.';
-            out.append(mantissa, whole);
+        const int whole = exponent + 1;
+        for (int i = 0; i < whole; ++i)
+            out[n++] = i < length ? mantissa[i] : '0';
+        if (length > whole) {
+            out[n++] = '.';
+            std::memcpy(out + n, mantissa + whole, static_cast<std::size_t>(length - whole));
+            n += length - whole;
         }
     }
-    return out;
+    return std::string(out, static_cast<std::size_t>(n));
 }
 
 } // namespace
