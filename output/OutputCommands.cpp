@@ -276,7 +276,7 @@ void OutputCommands::PrintPreview(Plotter& plotter, Translator& translator, cons
         // 4-5.
         PrintRenderer renderer(settings, plotter.View, mapping_);
         ReplayRecords(translator, plotter.RecordTotal, renderer,
-                      [&](const EntityRecord& record) { renderer.PrintEntity(surface, record); });
+                      [&](const EntityRecord& record) { renderer.PrintPreview(surface, record); });
 
         // 6.
         pointer.reset();

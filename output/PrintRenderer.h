@@ -58,14 +58,22 @@ public:
     // Arithmetic in double, stored in floats. Raises RunTimeError for a page of no size.
     void SetPrinter(DrawSurface& page, int pageWidth, int pageHeight, double screenTwipsPerPixel);
 
-    // Draws one record (PrintEntity on the printer, PrintPreview on the preview canvas).
+    // Draws one record on the printer's page.
     void PrintEntity(DrawSurface& surface, const EntityRecord& record);
+    // The same on the preview canvas.
+    void PrintPreview(DrawSurface& canvas, const EntityRecord& record) { PrintEntity(canvas, record); }
 
     // An arc as 72 chords computed with cosine and sine, counter-clockwise from startAngle
-    // to endAngle (radians); equal angles make the whole circle (PrintArc on the printer,
-    // PrintArcCircles on the preview canvas). Keeps the angles in ArcStartRad/ArcEndRad.
+    // to endAngle (radians); equal angles make the whole circle. Keeps the angles in
+    // ArcStartRad/ArcEndRad.
     void PrintArc(DrawSurface& surface, double xCen, double yCen, double radius, std::uint32_t color,
                   float startAngle, float endAngle);
+    // The same on the preview canvas.
+    void PrintArcCircles(DrawSurface& canvas, double xCen, double yCen, double radius, std::uint32_t color,
+                         float startAngle, float endAngle)
+    {
+        PrintArc(canvas, xCen, yCen, radius, color, startAngle, endAngle);
+    }
 
 private:
     void PrintRapid(DrawSurface& s, const EntityRecord& r);

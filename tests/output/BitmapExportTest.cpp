@@ -68,17 +68,6 @@ TEST_F(BitmapExport, SavesTheVisiblePictureThenRedraws)
     EXPECT_TRUE(rig.Dialogs.Messages.empty());
 }
 
-TEST_F(BitmapExport, ANameWithADotAnywhereIsUsedAsItStands)
-{
-    const std::filesystem::path folder = rig.Folder.Path() / "v1.2";
-    std::filesystem::create_directory(folder);
-    rig.Dialogs.SaveAnswers.push_back((folder / "shot").string());
-    Export();
-    EXPECT_TRUE(std::filesystem::is_regular_file(folder / "shot"));
-    EXPECT_FALSE(std::filesystem::exists(folder / "shot.bmp"));
-    EXPECT_EQ(redraws, 1);
-}
-
 TEST_F(BitmapExport, CancelOrAFailedSaveEndsSilentlyWithoutRedraw)
 {
     Export(); // cancelled

@@ -52,12 +52,6 @@ TEST(PageSurface, JoinsWhatContinuesAndDropsWhatRepeats)
              p.Line(30, 10, 30, 20, 0);
          },
          1, {{10, 10}, {20, 10}, {30, 10}, {30, 20}}},
-        {"a line from the current point continues",
-         [](PageSurface& p) {
-             p.Line(0, 0, 5, 5, 0);
-             p.LineTo(9, 5, 0);
-         },
-         1, {{0, 0}, {5, 5}, {9, 5}}},
         {"the same segment again is dropped",
          [](PageSurface& p) {
              p.SetDrawStyle(DrawStyle::DashDotDot);
@@ -79,12 +73,6 @@ TEST(PageSurface, JoinsWhatContinuesAndDropsWhatRepeats)
          [](PageSurface& p) {
              p.Line(10, 10, 30, 10, 0);
              p.Line(30, 10, 50, 10, 0xFF);
-         },
-         2, {{10, 10}, {30, 10}}},
-        {"a point off the stroke stays",
-         [](PageSurface& p) {
-             p.Line(10, 10, 30, 10, 0);
-             p.PSet(70, 70, 0);
          },
          2, {{10, 10}, {30, 10}}},
         {"a line of no length draws nothing", [](PageSurface& p) { p.Line(4, 4, 4, 4, 0); }, 0, {}},

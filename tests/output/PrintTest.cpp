@@ -119,52 +119,6 @@ TEST_F(PrintTest, WideViewFillsThePageWidthCentredVertically)
     EXPECT_NEAR(box.center().y(), 585, 2); // 28 + 786 / 2 = 421 points
 }
 
-TEST_F(PrintTest, TallViewFillsThePageHeightCentredHorizontally)
-{
-    rig.Open(Rectangle);
-    // 40 x 200 units: 200 units down 786 points, 3.93 points a unit; 137.15 units across,
-    // from 20 - 68.575 = -48.575.
-    rig.SetView(0, -105, 40, 95);
-    ASSERT_TRUE(Print());
-    EXPECT_NEAR(rig.View.View.ViewX1, -48.575, 0.001);
-    EXPECT_NEAR(rig.View.View.ViewX2, 88.575, 0.001);
-    EXPECT_FLOAT_EQ(rig.View.View.ViewY1, -105);
-    EXPECT_FLOAT_EQ(rig.View.View.ViewY2, 95);
-
-    const QImage page = Rasterise(pdf);
-    ASSERT_EQ(page.size(), QSize(827, 1170));
-    // x 0 at 28 + 48.575 x 3.93 = 218.9 points (304.0 px), x 40 at 376.1 points (522.4 px);
-    // stored y -10 at 28 + 95 x 3.93 = 401.4 points (557.4 px), y 0 at 440.7 points (612 px).
-    const std::vector<int> across = Marks(page, 585, false);
-    ASSERT_EQ(across.size(), 2u);
-    EXPECT_NEAR(across[0], 304, 1);
-    EXPECT_NEAR(across[1], 522, 1);
-    const std::vector<int> down = Marks(page, 413, true);
-    ASSERT_EQ(down.size(), 2u);
-    EXPECT_NEAR(down[0], 557, 1);
-    EXPECT_NEAR(down[1], 612, 1);
-    EXPECT_NEAR(DrawnBox(page).center().x(), 413, 2);
-}
-
-TEST_F(PrintTest, AxisRunsDashedAcrossTheWholePage)
-{
-    rig.Config.ShowAxis = true;
-    rig.Open(Rectangle);
-    rig.SetView(-10, -25, 50, 15);
-    ASSERT_TRUE(Print());
-    const QImage page = Rasterise(pdf);
-    ASSERT_FALSE(page.isNull());
-    // x = 0 runs down the whole printable height at 164 px, broken into dashes and dots;
-    // nothing is printed in the margins (28 points, 39 px).
-    int dark = 0;
-    for (int y = 45; y < 500; ++y)
-        dark += Dark(page, 164, y) || Dark(page, 163, y) || Dark(page, 165, y);
-    EXPECT_GT(dark, 455 * 3 / 10);
-    EXPECT_LT(dark, 455 * 9 / 10);
-    EXPECT_FALSE(Dark(page, 164, 20));
-    EXPECT_FALSE(Dark(page, 164, 1150));
-}
-
 TEST_F(PrintTest, FailuresShowTheMessageAndSendNoPage)
 {
     using Message = test::ScriptedDialogs::ShownMessage;
