@@ -91,6 +91,11 @@ void SendPage(QPrinter& printer, const PageSurface& page)
 {
     const bool pdf = printer.outputFormat() == QPrinter::PdfFormat;
     const QString path = printer.outputFileName();
+    const auto fail = [&](const std::string& why) {
+        if (pdf && QFileInfo(path).isFile())
+            QFile::remove(path);
+        throw RunTimeError(why);
+    };
     if (pdf) {
         QFile probe(path);
         if (!probe.open(QIODevice::WriteOnly))
@@ -98,16 +103,10 @@ void SendPage(QPrinter& printer, const PageSurface& page)
     }
     QPainter painter;
     if (!painter.begin(&printer))
-        throw RunTimeError("The printer cannot be opened");
+        fail("The printer cannot be opened");
     page.Paint(painter);
-    const bool ended = painter.end();
-    if (pdf && (!ended || !CompletePdf(path))) {
-        if (QFileInfo(path).isFile())
-            QFile::remove(path);
-        throw RunTimeError("Cannot write " + path.toStdString());
-    }
-    if (!ended)
-        throw RunTimeError("The page could not be sent");
+    if (!painter.end() || (pdf && !CompletePdf(path)))
+        fail("The page could not be sent");
 }
 
 } // namespace
