@@ -80,7 +80,7 @@ void WindowHost::StartStepListing()
 {
     window_.Editor1_->Clear();
     window_.Editor1_->SetCurrentLine(1);
-    window_.Editor1_->show();
+    window_.RevealPane(window_.Editor1_);
 }
 
 void WindowHost::WriteStepListing(const std::string& block)

@@ -7,6 +7,7 @@
 #include "Icons.h"
 #include "Keyboard.h"
 #include "NumberFormat.h"
+#include "OutputCommands.h"
 #include "ProgramFiles.h"
 #include "RunTimeError.h"
 #include "PartialPlots.h"
@@ -82,6 +83,7 @@ frmBackplot::frmBackplot(UserDialogs* dialogs, QWidget* parent) : QMainWindow(pa
     stepper_ = std::make_unique<Stepper>(*plotter_, picSurface(), *translator_, playback_, *dialogs_, *host_);
     slowMotion_ = std::make_unique<SlowMotion>(*plotter_, picSurface(), settings_, playback_, *host_);
     partialPlots_ = std::make_unique<PartialPlots>(*plotter_, *translator_, playback_, settings_, *dialogs_, events_);
+    output_ = new OutputCommands(this);
     keyboard_ = std::make_unique<Keyboard>(*this);
     // A pass that reached the end of the program: playback is over.
     plotter_->SetPassEndedHook([this](bool slowMotionEnded) {
@@ -235,21 +237,28 @@ void frmBackplot::createPanes()
     Editor1_->setAccessibleName(QStringLiteral("Stepped blocks"));
 
     // The canvas gives way to the source view on its right and the step listing below.
-    auto* beside = new QSplitter(Qt::Horizontal, this);
-    beside->setObjectName(QStringLiteral("splitSource"));
-    beside->addWidget(picCanvas_);
-    beside->addWidget(picEditor_);
-    beside->setStretchFactor(0, 3);
-    beside->setStretchFactor(1, 2);
-    beside->setChildrenCollapsible(false);
-    auto* below = new QSplitter(Qt::Vertical, this);
-    below->setObjectName(QStringLiteral("splitSteps"));
-    below->addWidget(beside);
-    below->addWidget(Editor1_);
-    below->setStretchFactor(0, 4);
-    below->setStretchFactor(1, 1);
-    below->setChildrenCollapsible(false);
-    setCentralWidget(below);
+    splitSource_ = new QSplitter(Qt::Horizontal, this);
+    splitSource_->setObjectName(QStringLiteral("splitSource"));
+    splitSource_->addWidget(picCanvas_);
+    splitSource_->addWidget(picEditor_);
+    splitSource_->setChildrenCollapsible(false);
+    splitSteps_ = new QSplitter(Qt::Vertical, this);
+    splitSteps_->setObjectName(QStringLiteral("splitSteps"));
+    splitSteps_->addWidget(splitSource_);
+    splitSteps_->addWidget(Editor1_);
+    splitSteps_->setChildrenCollapsible(false);
+    setCentralWidget(splitSteps_);
+}
+
+void frmBackplot::RevealPane(QWidget* pane)
+{
+    if (pane->isVisible())
+        return;
+    pane->show();
+    QSplitter* split = pane == picEditor_ ? splitSource_ : splitSteps_;
+    const int room = split->orientation() == Qt::Horizontal ? split->width() : split->height();
+    const int share = pane == picEditor_ ? room * 2 / 5 : std::max(room / 5, 6 * pane->fontMetrics().height());
+    split->setSizes({room - share, share});
 }
 
 namespace {
@@ -675,7 +684,7 @@ void frmBackplot::mnuSource_Click()
         return;
     }
     picEditor_->GoToFirstLine();
-    picEditor_->show();
+    RevealPane(picEditor_);
     events_.ProcessEvents();
     // Outside slow motion the plot is fitted again to the narrower canvas, one zoom-out
     // step wider, and that view becomes the one "&Previous" goes back from.
@@ -690,13 +699,41 @@ void frmBackplot::mnuSource_Click()
     GetRecords();
 }
 
-// ---- Commands whose work is not wired in yet ----
+// ---- Output ----
 
-void frmBackplot::mnuWinbmp_Click() {}
-void frmBackplot::mnuDxfFile_Click() {}
-void frmBackplot::mnuPrintPreview_Click() {}
-void frmBackplot::mnuPrint_Click() {}
-void frmBackplot::mnuPrinter_Click() {}
+void frmBackplot::mnuWinbmp_Click()
+{
+    // A fresh full redraw is what gets saved; Auto Redraw is off afterwards whatever it was.
+    mnuAutoOn_Click();
+    events_.ProcessEvents();
+    output_->SaveAsBMP(*dialogs_, settings_, *picCanvas_, [this] { mnuRedraw_Click(); });
+    mnuAutoOff_Click();
+}
+
+void frmBackplot::mnuDxfFile_Click() { output_->SaveAsDXF(*translator_, *dialogs_, settings_, picSurface()); }
+
+void frmBackplot::mnuPrintPreview_Click()
+{
+    output_->PrintPreview(*plotter_, *translator_, settings_, *dialogs_, [this] { mnuRedraw_Click(); },
+                          [this] { cmdHidden_->click(); });
+}
+
+void frmBackplot::mnuPrint_Click()
+{
+    output_->Print(*plotter_, *translator_, settings_, *dialogs_,
+                   [this](const QString& text) { lblComment_->setText(text); });
+}
+
+void frmBackplot::mnuPrinter_Click()
+{
+    if (auto* gui = dynamic_cast<GuiDialogs*>(dialogs_))
+        gui->SetPrinter(&output_->Printer());
+    output_->ShowPrinterSetup(*dialogs_);
+    mnuRedraw_Click();
+}
+
+// ---- Help ----
+
 void frmBackplot::mnuHelpFile_Click()
 {
     HelpWindow::ShowContents(*this, *dialogs_, ProgramFiles::ForThisProgram().HelpIndex());

@@ -16,11 +16,13 @@
 class QFrame;
 class QLabel;
 class QPushButton;
+class QSplitter;
 
 namespace backplot {
 
 class CanvasWidget;
 class Keyboard;
+class OutputCommands;
 class PartialPlots;
 class SourceView;
 class StepListing;
@@ -154,6 +156,9 @@ private:
     friend class WindowHost;
 
     void createPanes();
+    // Shows the source view or the step listing beside the canvas with a share of the room
+    // (two fifths of the width, a fifth of the height); the canvas keeps the rest.
+    void RevealPane(QWidget* pane);
     void createStatusBar();
     void wireCommands();
     void readSettings();
@@ -188,9 +193,12 @@ private:
 
     // ---- Controls ----
     CommandSurface* commands_ = nullptr;
+    OutputCommands* output_ = nullptr; // exports, printing and the preview; a child of the window
     CanvasWidget* picCanvas_ = nullptr;
     SourceView* picEditor_ = nullptr;
     StepListing* Editor1_ = nullptr;
+    QSplitter* splitSource_ = nullptr; // canvas | source view
+    QSplitter* splitSteps_ = nullptr;  // the two above | step listing
     QFrame* picStat1_ = nullptr;
     QFrame* picStat2_ = nullptr;
     QLabel* lblComment_ = nullptr;

@@ -1,14 +1,104 @@
 #include "CliSession.h"
+#include "OutputCommands.h"
+#include "Plotter.h"
+#include "RunTimeError.h"
+#include "ScaleSurface.h"
 
+#include <QGuiApplication>
+#include <QString>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
 #include <ostream>
 
 namespace backplot {
 
-// Not built yet: the command is parsed so that its options are checked, but it does nothing.
+namespace {
+
+// Qt's own notes (a missing runtime folder, font set-up) are not the tool's messages;
+// only its critical ones reach stderr.
+void QuietQt(QtMsgType type, const QMessageLogContext&, const QString& text)
+{
+    if (type == QtCriticalMsg || type == QtFatalMsg)
+        std::fprintf(stderr, "backplot-cli: %s\n", qPrintable(text));
+}
+
+// Without a runtime folder of the session, Qt makes one in the temporary folder and leaves
+// it there; this one lies in the data folder and goes when the command ends.
+class RuntimeFolder {
+public:
+    explicit RuntimeFolder(const std::string& dataFolder)
+    {
+        if (!qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
+            return;
+        path_ = std::filesystem::path(dataFolder) / "qt-runtime";
+        std::error_code ec;
+        if (std::filesystem::exists(path_, ec)) {
+            path_.clear();
+            return;
+        }
+        qputenv("XDG_RUNTIME_DIR", QByteArray::fromStdString(path_.string()));
+    }
+    ~RuntimeFolder()
+    {
+        if (path_.empty())
+            return;
+        std::error_code ec;
+        std::filesystem::remove_all(path_, ec);
+        qunsetenv("XDG_RUNTIME_DIR");
+    }
+    RuntimeFolder(const RuntimeFolder&) = delete;
+    RuntimeFolder& operator=(const RuntimeFolder&) = delete;
+
+private:
+    std::filesystem::path path_;
+};
+
+// The printer needs an application object; the tool has no display, so it gets one of
+// the offscreen platform for the length of the command.
+std::unique_ptr<QGuiApplication> MakeApplication()
+{
+    if (QCoreApplication::instance())
+        return nullptr;
+    qInstallMessageHandler(QuietQt);
+    static int argc = 1;
+    static char name[] = "backplot-cli";
+    static char* argv[] = {name, nullptr};
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    return std::make_unique<QGuiApplication>(argc, argv);
+}
+
+} // namespace
+
+// The page the window's print command sends right after opening the program on a canvas
+// of --size, written as a PDF file.
 int RunPrint(CliSession& session)
 {
-    session.Err() << "backplot-cli: print is not available in this build yet\n";
-    return 1;
+    if (!session.Translate())
+        return 1;
+    const CliOptions& o = session.Options();
+    Translator& t = session.Translation();
+    const RuntimeFolder runtime(t.DataFolder());
+    const std::unique_ptr<QGuiApplication> application = MakeApplication();
+
+    ScaleSurface canvas(o.Width, o.Height);
+    Plotter plotter(session.Config(), t.ToolColors(), t.State(), session.Playback(), t.Record(), session.Dialogs(),
+                    session.Events(), [&t] { return t.RecordFilePath(); });
+    try {
+        plotter.ExtentsWithMargin(canvas);
+    } catch (const RunTimeError& e) {
+        session.Dialogs().Message(std::string("The extents pass failed: ") + e.what(), "Corvane Backplot",
+                                  MsgIcon::Critical, MsgButtons::Ok);
+    }
+
+    OutputCommands output;
+    output.PrintToPdf(QString::fromStdString(o.Output));
+    if (!output.Print(plotter, t, session.Config(), session.Dialogs())) {
+        session.Err() << "backplot-cli: no page written to " << o.Output
+                      << (session.ExitCode() == 0 ? ": nothing to print\n" : "\n");
+        return 1;
+    }
+    return session.ExitCode();
 }
 
 } // namespace backplot

@@ -53,6 +53,8 @@ TEST_F(Keys, StepEnterAndEscWalkTheProgram)
     EXPECT_EQ(Code(), "  Press Esc key to end single step.");
     EXPECT_FALSE(details->isEnabled()); // the first step turns it off
     EXPECT_TRUE(window->stepListing().isVisible());
+    // The listing takes a fifth of the room below the canvas, not the canvas's place.
+    EXPECT_GT(window->canvas().height(), 3 * window->stepListing().height());
     Type('S');
     EXPECT_TRUE(details->isEnabled()); // S while stepping gives it back
     EXPECT_EQ(window->plotter().PlotLast, 2);
@@ -98,6 +100,7 @@ TEST_F(Keys, TheSourceViewDoesNotKeepTheKeysFromTheWindow)
     Action("mnuSource")->trigger();
     QsciScintilla* editor = window->sourceView().Editor();
     ASSERT_TRUE(editor->isVisible());
+    EXPECT_GT(window->canvas().width(), window->sourceView().width()); // two fifths beside the plot
     EXPECT_EQ(editor->text(), QString(Part));
     editor->setFocus();
     const float left = window->plotter().View.ViewX1;

@@ -192,6 +192,22 @@ class Desktop:
         return False
 
 
+def set_field(app, text, timeout=60.0):
+    """Puts `text` into the editable text field that has the keyboard focus, through the
+    accessibility bus, and waits until the field reads it back."""
+    import pyatspi
+
+    def field():
+        found = find_all(app, lambda n: n.getRole() == pyatspi.ROLE_TEXT and
+                         n.getState().contains(pyatspi.STATE_FOCUSED))
+        return found[0] if found else None
+    node = wait_for("a focused text field", field, timeout)
+    node.queryEditableText().setTextContents(text)
+    wait_for("the field to read " + repr(text),
+             lambda: node.queryText().getText(0, -1) == text, timeout)
+    return node
+
+
 def find_all(accessible, predicate):
     """Every descendant (depth first) for which predicate holds."""
     found = []

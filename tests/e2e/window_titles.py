@@ -4,7 +4,7 @@ the open dialog shows part programs whose names have no extension."""
 import os
 import sys
 
-from desktop import Desktop, check, find_all, wait_for
+from desktop import Desktop, check, find_all, set_field, wait_for
 
 
 def main(program):
@@ -23,7 +23,7 @@ def main(program):
         check(d.xdotool("getwindowname", dialog) == "Open File", "open dialog title")
         wait_for("'part' listed in the open dialog", lambda: find_all(app, lambda n: n.name == "part"))
 
-        d.type(dialog, "empty.nc")
+        set_field(app, "empty.nc")
         d.key(dialog, "Return")
         box = d.window("Corvane Backplot")
         texts = wait_for("the message text", lambda: [n.name for n in find_all(

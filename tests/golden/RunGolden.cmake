@@ -5,6 +5,7 @@
 #   pipe         a command line that reads the tool's stdout (such as "head -n 1"); the
 #                expected stdout is then what that command prints
 #   stdout-file  a file the tool's stdout goes to instead (such as /dev/full)
+#   expect/files/NAME  a file the tool must have written as @WORK@/NAME, byte for byte
 # Every case runs with TMPDIR set to a folder of its own, which must be empty afterwards:
 # the tool leaves nothing behind on any way out.
 cmake_minimum_required(VERSION 3.25)
@@ -58,6 +59,15 @@ foreach(part stdout stderr status)
       message(SEND_ERROR "${part} differs: diff ${CASE}/expect/${part} ${WORK}/actual.${part}")
       set(failed TRUE)
     endif()
+  endif()
+endforeach()
+file(GLOB written RELATIVE ${CASE}/expect/files ${CASE}/expect/files/*)
+foreach(name IN LISTS written)
+  execute_process(COMMAND ${CMAKE_COMMAND} -E compare_files ${CASE}/expect/files/${name} ${WORK}/${name}
+    RESULT_VARIABLE different)
+  if(different)
+    message(SEND_ERROR "${name} differs: diff ${CASE}/expect/files/${name} ${WORK}/${name}")
+    set(failed TRUE)
   endif()
 endforeach()
 file(GLOB leftovers ${WORK}/tmp/*)

@@ -1,0 +1,125 @@
+#include "DxfExport.h"
+
+#include "RecordFile.h"
+#include "RunTimeError.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <memory>
+
+namespace backplot {
+
+namespace {
+
+struct FileCloser {
+    void operator()(std::FILE* f) const { std::fclose(f); }
+};
+
+} // namespace
+
+void DxfExport::GetDXFCoords()
+{
+    TranslationState& s = translator_.State();
+    try {
+        // 2. Only the positions and the arc values start afresh.
+        s.CurX = s.CurY = s.CurZ = 1e-14;
+        s.LastX = s.LastY = s.LastZ = 0;
+        s.ArcRadius = s.ArcStartAngle = s.ArcEndAngle = 0;
+
+        // 3.
+        s.CollectDxf = true;
+
+        // 4. No record file yet (no program opened) is an empty one.
+        const std::string path = translator_.RecordFilePath();
+        if (!Translator::FileExists(path)) {
+            s.CollectDxf = false;
+            return;
+        }
+        RecordFileReader reader;
+        reader.Open(path);
+
+        // 5. Every record's block again, as stored.
+        const std::int16_t total = reader.RecordTotal();
+        EntityRecord& record = translator_.Record();
+        for (std::int32_t n = 1; n <= total; ++n) {
+            reader.Read(n, record);
+            // InterpretBlock clears the record buffer, so the block is copied out first.
+            s.CurrentBlock.assign(record.BlockTextView());
+            translator_.InterpretBlock(s.CurrentBlock);
+        }
+
+        // 6.
+        reader.Close();
+        s.CollectDxf = false;
+    } catch (const std::exception&) {
+        dialogs_.Message("Error saving DXF file.", "Corvane Backplot", MsgIcon::Critical, MsgButtons::Ok);
+    }
+}
+
+void DxfExport::Finish()
+{
+    translator_.Dxf().Clear();
+    translator_.State().CollectDxf = false;
+}
+
+void DxfExport::SaveAsDXF(ExportFileName& exportFileName, const std::string& workDir, const DxfCanvasScale& canvas)
+{
+    struct Cleanup {
+        DxfExport& self;
+        ~Cleanup() { self.Finish(); }
+    } cleanup{*this};
+    try {
+        // 2-4. The dialog, the kept name and the extension rule; the second filter entry
+        //      still writes DXF text.
+        const std::optional<std::string> path =
+            exportFileName.Choose(dialogs_, "Save As DXF File", workDir,
+                                  {{"DXF files", "*.dxf"}, {"Windows bmps", "*.bmp"}}, ".dxf");
+        if (!path)
+            return;
+
+        // 5.
+        GetDXFCoords();
+
+        // 6-7. The file, silently left out when it cannot be written.
+        std::string error;
+        WriteTextFile(*path, DxfDocument(canvas, translator_.Dxf()), error);
+    } catch (const std::exception&) {
+        // Every failure of this command ends it without a word.
+    }
+}
+
+bool DxfExport::ExportTo(const std::string& path, const DxfCanvasScale& canvas, std::string& error)
+{
+    struct Cleanup {
+        DxfExport& self;
+        ~Cleanup() { self.Finish(); }
+    } cleanup{*this};
+    GetDXFCoords();
+    return WriteTextFile(WithDefaultExtension(path, ".dxf"), DxfDocument(canvas, translator_.Dxf()), error);
+}
+
+bool DxfExport::WriteTextFile(const std::string& path, const std::string& text, std::string& error)
+{
+    std::unique_ptr<std::FILE, FileCloser> file(std::fopen(path.c_str(), "wb"));
+    if (!file) {
+        error = "cannot write " + path + ": " + std::strerror(errno);
+        return false;
+    }
+    errno = 0;
+    const bool written = std::fwrite(text.data(), 1, text.size(), file.get()) == text.size() &&
+                         std::fflush(file.get()) == 0;
+    const int reason = errno;
+    const bool closed = std::fclose(file.release()) == 0;
+    if (written && closed)
+        return true;
+    error = "cannot write " + path + ": " + std::strerror(reason ? reason : errno);
+    // Only a file of our own making goes; a device such as /dev/full stays.
+    std::error_code ec;
+    if (std::filesystem::is_regular_file(path, ec))
+        std::filesystem::remove(path, ec);
+    return false;
+}
+
+} // namespace backplot

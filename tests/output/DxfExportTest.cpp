@@ -1,0 +1,252 @@
+#include "DxfExport.h"
+#include "OutputTestSupport.h"
+#include "Plotter.h"
+#include "ScaleSurface.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace backplot {
+namespace {
+
+using test::CrLf;
+using test::EntitiesPart;
+using test::ReadAll;
+using Message = test::ScriptedDialogs::ShownMessage;
+
+// Everything from the tables to the opening of the entities section, spelled out.
+const std::string FixedMiddle = CrLf({
+    "0", "SECTION", "2", "TABLES", "0", "TABLE", "2", "LTYPE", "70", "4",
+    "0", "LTYPE", "2", "CONTINUOUS", "70", "64", "3", "Solid Line", "72", "65", "73", "0", "40", "0",
+    "0", "LTYPE", "2", "DASHED", "70", "64", "3", "Dashed Line", "72", "65", "73", "2", "40", ".8", "49", ".5",
+    "49", "-.3",
+    "0", "LTYPE", "2", "DOT", "70", "64", "3", "dotted Line", "72", "65", "73", "2", "40", ".2", "49", ".1",
+    "49", "-.1",
+    "0", "LTYPE", "2", "DASHDOT", "70", "64", "3", "dotted Line", "72", "65", "73", "4", "40", "1", "49", ".5",
+    "49", "-.2", "49", ".1", "49", "-.2",
+    "0", "LTYPE", "2", "SMALLDOT", "70", "64", "3", "Small dotted", "72", "65", "73", "2", "40", ".1", "49", "0",
+    "49", "-.1",
+    "0", "LTYPE", "2", "CENTER", "70", "64", "3", "Centerline", "72", "65", "73", "4", "40", "1.1", "49", ".8",
+    "49", "-.1", "49", ".1", "49", "-.1",
+    "0", "ENDTAB", "0", "TABLE", "2", "LAYER", "70", "6",
+    "0", "LAYER", "2", "BLACK_LAYER", "70", "0", "62", "7", "6", "CONTINUOUS",
+    "0", "LAYER", "2", "RED_LAYER", "70", "0", "62", "1", "6", "CONTINUOUS",
+    "0", "LAYER", "2", "BLUE_LAYER", "70", "0", "62", "5", "6", "CONTINUOUS",
+    "0", "LAYER", "2", "GREEN_LAYER", "70", "0", "62", "3", "6", "CONTINUOUS",
+    "0", "LAYER", "2", "YELLOW_LAYER", "70", "0", "62", "2", "6", "CONTINUOUS",
+    "0", "LAYER", "2", "CYAN_LAYER", "70", "0", "62", "5", "6", "CONTINUOUS",
+    "0", "ENDTAB", "0", "TABLE", "2", "VIEW", "70", "0", "0", "ENDTAB", "0", "ENDSEC",
+    "0", "SECTION", "2", "BLOCKS", "0", "ENDSEC", "0", "SECTION", "2", "ENTITIES",
+});
+const std::string FileEnd = CrLf({"0", "ENDSEC", "0", "EOF"});
+
+std::string Header(const char* left, const char* top, const char* width, const char* bottom)
+{
+    return CrLf({"0", "SECTION", "2", "HEADER", "9", "$EXTMIN", "10", left, "20", top, "9", "$EXTMAX", "10", width,
+                 "20", bottom, "0", "ENDSEC"});
+}
+std::string Line(const char* x1, const char* y1, const char* x2, const char* y2)
+{
+    return CrLf({"0", "LINE", "8", "BLACK_LAYER", "10", x1, "20", y1, "30", "0", "11", x2, "21", y2, "31", "0"});
+}
+// The entities section of a file holding `entities`.
+std::string Entities(const std::string& entities) { return "ENTITIES\r\n" + entities + FileEnd; }
+
+// A canvas of 20 x 12.5 plot units whose top-left corner is (-1.5, -8.25).
+constexpr DxfCanvasScale Canvas{-1.5f, -8.25f, 20.0f, 12.5f};
+const std::string CanvasHeader = Header("-1.5", "-8.25", "20", "4.25");
+
+class DxfExportTest : public ::testing::Test {
+protected:
+    // Exports to out.dxf in the scratch folder and returns the file's bytes.
+    std::string Export(const DxfCanvasScale& canvas = Canvas)
+    {
+        const std::string path = (rig.Folder.Path() / "out.dxf").string();
+        std::string error;
+        EXPECT_TRUE(DxfExport(rig.T, rig.Dialogs).ExportTo(path, canvas, error)) << error;
+        return ReadAll(path);
+    }
+    test::TranslatorRig rig;
+};
+
+TEST_F(DxfExportTest, ExampleProgramComesOutByteForByte)
+{
+    // A cut from (0, 0) to (10, 5.5), then a clockwise quarter arc of radius 2 about
+    // (10, 3.5) from 90 to 0 degrees.
+    rig.Translate("G1 X10. Y5.5\nG2 X12. Y3.5 I0. J-2.\n");
+    EXPECT_EQ(Export(), CanvasHeader + FixedMiddle + Line("0", "0", "10", "5.5") +
+                            CrLf({"0", "ARC", "8", "BLACK_LAYER", "10", "10", "20", "3.5", "30", "0", "40", "2", "50",
+                                  "0", "51", "90"}) +
+                            FileEnd);
+    EXPECT_TRUE(rig.Dialogs.Messages.empty());
+    // Consumed: nothing is left for the next export.
+    EXPECT_TRUE(rig.T.Dxf().Lines.empty() && rig.T.Dxf().Arcs.empty());
+    EXPECT_FALSE(rig.T.State().CollectDxf);
+}
+
+TEST_F(DxfExportTest, NothingToExportStillGivesHeaderTablesAndEmptyEntities)
+{
+    // No program opened: there is no record file at all.
+    EXPECT_EQ(Export(), CanvasHeader + FixedMiddle + FileEnd);
+    EXPECT_TRUE(rig.Dialogs.Messages.empty());
+}
+
+TEST_F(DxfExportTest, WhatTheRerunWrites)
+{
+    struct Row {
+        const char* behaviour;
+        const char* program;
+        std::string entities;
+        bool lathe = false;
+    };
+    const Row rows[] = {
+        {"lines, then circles, then arcs, whatever the program's order; machine Y",
+         "G0 X2. Y0.\nG3 X0. Y2. I-2. J0.\nG1 X0. Y-3.\nG2 X0. Y-3. I0. J1.5\nG1 X-4.25 Y-3.\n",
+         Line("0", "2", "0", "-3") + Line("0", "-3", "-4.25", "-3") +
+             CrLf({"0", "CIRCLE", "8", "BLACK_LAYER", "10", "0", "20", "-1.5", "30", "0", "40", "1.5"}) +
+             CrLf({"0", "ARC", "8", "BLACK_LAYER", "10", "0", "20", "0", "30", "0", "40", "2", "50", "0", "51", "90"})},
+        {"a clockwise arc is the counter-clockwise arc between the same ends",
+         "G0 X0. Y2.\nG2 X2. Y0. I0. J-2.\n",
+         CrLf({"0", "ARC", "8", "BLACK_LAYER", "10", "0", "20", "0", "30", "0", "40", "2", "50", "0", "51", "90"})},
+        {"a program that ends incremental re-reads its first blocks incrementally", "G1 X5. Y5.\nG1 X6.\nG91\n",
+         Line("0", "0", "5", "5") + Line("5", "5", "11", "5")},
+        {"a first block without a motion word takes the last motion mode", "X5. Y5.\nG1 X6.\n",
+         Line("0", "0", "5", "5") + Line("5", "5", "6", "5")},
+        // Translated: (0,0)-(1,0), then in G91 (1,0)-(2,0). The G91 block wrote no record, so
+        // the re-run reads the second "G1 X1." absolute: no move. Y never given: 1E-14.
+        {"a block that wrote no record is not seen again", "G1 X1.\nG91\nG1 X1.\nG90\n", Line("0", "0", "1", "1E-14")},
+        {"rapids add nothing", "G0 X1. Y1.\nG0 X5.\nX7. Y-2.\n", ""},
+        // Z is the plot's X, X (a diameter) its Y, rewritten again in the re-run.
+        {"lathe blocks", "G0 X20. Z0.\nG1 Z-15.\n", Line("0", "10", "-15", "10"), true},
+    };
+    for (const Row& row : rows) {
+        rig.T.State().Mill = !row.lathe;
+        rig.Translate(row.program);
+        EXPECT_EQ(EntitiesPart(Export()), Entities(row.entities)) << row.behaviour;
+    }
+}
+
+TEST_F(DxfExportTest, EveryExportMeetsTheToolChangesAgainUntilTheTableOverruns)
+{
+    // One tool change, in the third of four cuts. The translation counts it once; each
+    // export counts it again, and the tenth export finds the table of ten full.
+    rig.Translate("G1 X1. Y0.\nG1 X2.\nG1 X3. T7\nG1 X4.\n");
+    for (int exportNumber = 1; exportNumber <= 9; ++exportNumber) {
+        EXPECT_NE(Export().find(Line("3", "0", "4", "0")), std::string::npos) << "export " << exportNumber;
+        EXPECT_EQ(rig.T.State().ToolChangeCount, 1 + exportNumber);
+    }
+    EXPECT_TRUE(rig.Dialogs.Messages.empty());
+
+    // The tenth: the message, and the file holds the two cuts collected before the error.
+    EXPECT_EQ(EntitiesPart(Export()), Entities(Line("0", "0", "1", "0") + Line("1", "0", "2", "0")));
+    EXPECT_EQ(rig.Dialogs.Messages,
+              (std::vector<Message>{{"Error saving DXF file.", "Corvane Backplot", MsgIcon::Critical, MsgButtons::Ok}}));
+
+    // GetDXFCoords alone leaves collection on after its error; the export ends it, so the
+    // next program is translated into records again.
+    DxfExport(rig.T, rig.Dialogs).GetDXFCoords();
+    EXPECT_TRUE(rig.T.State().CollectDxf);
+    EXPECT_EQ(rig.T.Dxf().Lines.size(), 2u);
+    Export();
+    EXPECT_FALSE(rig.T.State().CollectDxf);
+    rig.Translate("G1 X1.\n");
+    EXPECT_EQ(std::filesystem::file_size(rig.T.RecordFilePath()), 128u);
+}
+
+TEST_F(DxfExportTest, HeaderFollowsTheCanvasAfterAZoomWhileEntitiesStay)
+{
+    rig.Translate("G0 X0 Y0\nG1 X10.\n");
+    Settings settings;
+    Translator& t = rig.T;
+    Plotter plotter(settings, t.ToolColors(), t.State(), rig.Playback, t.Record(), rig.Dialogs, rig.Events,
+                    [&t] { return t.RecordFilePath(); });
+    ScaleSurface canvas(400, 200);
+    const auto headerOf = [](const std::string& dxf) { return dxf.substr(0, dxf.find("0\r\nSECTION\r\n2\r\nTABLES")); };
+    const auto scale = [&] {
+        return DxfCanvasScale{canvas.ScaleLeft(), canvas.ScaleTop(), canvas.ScaleWidth(), canvas.ScaleHeight()};
+    };
+    // Opened: extents 0..10 by 0, fitted (5 high), 1.5 of margin on every side, fitted
+    // again: 13 wide, 6.5 high about Y 0.
+    plotter.ExtentsWithMargin(canvas);
+    const std::string opened = Export(scale());
+    EXPECT_EQ(headerOf(opened), Header("-1.5", "-3.25", "13", "3.25"));
+    // Zoom in: every edge 0.3 x 6.5 = 1.95 inward, then fitted: 9.1 wide, 4.55 high.
+    plotter.View.ZoomIn();
+    plotter.SetCoords(canvas);
+    const std::string zoomed = Export(scale());
+    EXPECT_EQ(headerOf(zoomed), Header(".45", "-2.275", "9.1", "2.275"));
+    EXPECT_EQ(EntitiesPart(zoomed), EntitiesPart(opened));
+    EXPECT_EQ(EntitiesPart(zoomed), Entities(Line("0", "0", "10", "0")));
+}
+
+TEST_F(DxfExportTest, TargetsThatCannotBeWrittenFailWithTheirReasonAndLeaveNothing)
+{
+    rig.Translate("G1 X1.\n");
+    const std::filesystem::path folder = rig.Folder.Path();
+    std::filesystem::create_directory(folder / "v1.2");
+    rig.Folder.Write("plain.txt", "a file, not a folder");
+    const std::pair<std::string, const char*> rows[] = {
+        {(folder / "v1.2").string(), "Is a directory"},
+        {(folder / "missing" / "part.dxf").string(), "No such file or directory"},
+        {(folder / "plain.txt" / "part.dxf").string(), "Not a directory"},
+        {"/dev/./full", "No space left on device"},
+    };
+    for (const auto& [path, reason] : rows) {
+        std::string error;
+        EXPECT_FALSE(DxfExport(rig.T, rig.Dialogs).ExportTo(path, Canvas, error));
+        EXPECT_EQ(error, "cannot write " + path + ": " + reason);
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder / "missing"));
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
+    EXPECT_TRUE(rig.T.Dxf().Lines.empty());
+}
+
+TEST_F(DxfExportTest, SaveAsDXFNamesTheFileByTheExtensionRule)
+{
+    rig.Translate("G1 X1.\n");
+    const std::filesystem::path folder = rig.Folder.Path();
+    if (folder.string().find('.') != std::string::npos)
+        GTEST_SKIP() << "the scratch folder's path holds a dot: " << folder;
+    std::filesystem::create_directory(folder / "v1.2");
+    const std::pair<std::filesystem::path, std::filesystem::path> rows[] = {
+        {folder / "part", folder / "part.dxf"},               // no dot: ".dxf" added
+        {folder / "v1.2" / "part", folder / "v1.2" / "part"}, // a dot in a folder counts
+        {folder / "drawing.bmp", folder / "drawing.bmp"},     // the bitmap entry still writes DXF
+    };
+    ExportFileName name;
+    for (const auto& [chosen, written] : rows) {
+        rig.Dialogs.SaveAnswers.push_back(chosen.string());
+        DxfExport(rig.T, rig.Dialogs).SaveAsDXF(name, "/work/dir", Canvas);
+        EXPECT_EQ(name.Name(), written.string());
+        EXPECT_EQ(ReadAll(written).substr(0, CanvasHeader.size()), CanvasHeader) << written;
+    }
+    // Only names of existing files, as the dialog has always been set up.
+    using Request = test::ScriptedDialogs::SaveRequest;
+    EXPECT_EQ(rig.Dialogs.SaveRequests.back(),
+              (Request{"Save As DXF File", "/work/dir", {{"DXF files", "*.dxf"}, {"Windows bmps", "*.bmp"}}, true}));
+}
+
+TEST_F(DxfExportTest, SaveAsDXFEndsSilentlyOnCancelOrAnUnwritableFile)
+{
+    rig.Translate("G1 X1. T1\n");
+    ExportFileName name;
+    // Cancel: no re-run, nothing written, the name kept.
+    DxfExport(rig.T, rig.Dialogs).SaveAsDXF(name, "", Canvas);
+    EXPECT_EQ(rig.T.State().ToolChangeCount, 1);
+    EXPECT_EQ(name.Name(), "");
+    // A folder chosen as the file: the re-run happens, the write fails, nothing is said.
+    const std::filesystem::path folder = rig.Folder.Path() / "v1.2";
+    std::filesystem::create_directory(folder);
+    rig.Dialogs.SaveAnswers.push_back(folder.string());
+    DxfExport(rig.T, rig.Dialogs).SaveAsDXF(name, "", Canvas);
+    EXPECT_EQ(name.Name(), folder.string());
+    EXPECT_EQ(rig.T.State().ToolChangeCount, 2);
+    EXPECT_TRUE(std::filesystem::is_directory(folder));
+    EXPECT_TRUE(rig.Dialogs.Messages.empty());
+    EXPECT_TRUE(rig.T.Dxf().Lines.empty());
+    EXPECT_FALSE(rig.T.State().CollectDxf);
+}
+
+} // namespace
+} // namespace backplot

@@ -1,0 +1,203 @@
+#include "OutputCommands.h"
+#include "OutputTestSupport.h"
+
+#include <QImage>
+#include <QPrinter>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <vector>
+
+namespace backplot {
+namespace {
+
+// A rectangle 40 wide and 10 high: stored Y from -10 (machine Y 10) to 0.
+constexpr const char* Rectangle = "G0 X0 Y0\nG1 X40.\nG1 Y10.\nG1 X0.\nG1 Y0.\n";
+
+// The printed page as a picture at 100 dots per inch (1.389 pixels a point). The printer
+// keeps page sizes in whole points: A4 is 595 x 842 points (827 x 1170 pixels), and inside
+// margins of 10 mm (28 points) the printable area is 539 x 786 points.
+QImage Rasterise(const std::filesystem::path& pdf)
+{
+    const std::filesystem::path prefix = pdf.parent_path() / "page";
+    const std::string command = "pdftoppm -r 100 -png -singlefile '" + pdf.string() + "' '" + prefix.string() + "'";
+    if (std::system(command.c_str()) != 0)
+        return {};
+    return QImage(QString::fromStdString(prefix.string() + ".png"));
+}
+
+bool Dark(const QImage& page, int x, int y) { return qGray(page.pixel(x, y)) < 160; }
+
+// The rows (or columns) along a line of the page where something is drawn, runs of
+// neighbours counted once by their middle.
+std::vector<int> Marks(const QImage& page, int at, bool alongColumn)
+{
+    std::vector<int> marks;
+    const int n = alongColumn ? page.height() : page.width();
+    int start = -1;
+    for (int i = 0; i <= n; ++i) {
+        const bool dark = i < n && (alongColumn ? Dark(page, at, i) : Dark(page, i, at));
+        if (dark && start < 0)
+            start = i;
+        if (!dark && start >= 0) {
+            marks.push_back((start + i - 1) / 2);
+            start = -1;
+        }
+    }
+    return marks;
+}
+
+QRect DrawnBox(const QImage& page)
+{
+    QRect box;
+    for (int y = 0; y < page.height(); ++y)
+        for (int x = 0; x < page.width(); ++x)
+            if (Dark(page, x, y))
+                box |= QRect(x, y, 1, 1);
+    return box;
+}
+
+class PrintTest : public ::testing::Test {
+protected:
+    PrintTest()
+    {
+        rig.Config.ShowAxis = false;
+        output.PrintToPdf(QString::fromStdString(pdf.string()));
+    }
+    bool Print()
+    {
+        return output.Print(rig.View, rig.T, rig.Config, rig.Dialogs, [this](const QString& text) { status = text; });
+    }
+
+    test::PlotRig rig;
+    OutputCommands output;
+    std::filesystem::path pdf = rig.Folder.Path() / "page.pdf";
+    QString status;
+};
+
+TEST_F(PrintTest, WideViewFillsThePageWidthCentredVertically)
+{
+    rig.Open(Rectangle);
+    // 60 x 40 units around the rectangle; the screen is mid-step at the first record, the
+    // page shows the whole program all the same.
+    rig.SetView(-10, -25, 50, 15);
+    rig.View.PlotLast = 1;
+    ASSERT_TRUE(Print());
+    EXPECT_TRUE(rig.Dialogs.Messages.empty());
+    EXPECT_EQ(output.PdfFile(), QString::fromStdString(pdf.string()));
+    EXPECT_EQ(status, QStringLiteral("  No printer here: the page was saved as ") + output.PdfFile());
+
+    // 60 units across 539 points: 8.983 points a unit. The page spans 60 / (539 / 786) =
+    // 87.495 units down, centred on the view's middle y = -5: from -48.748 to 38.748.
+    const PrintMapping& m = output.Mapping();
+    EXPECT_NEAR(m.PageAspect, 539.0 / 786.0, 1e-6);
+    EXPECT_NEAR(m.PrintHeight, 87.495, 0.001);
+    EXPECT_NEAR(rig.View.View.ViewY1, -48.748, 0.001);
+    EXPECT_NEAR(rig.View.View.ViewY2, 38.748, 0.001);
+    EXPECT_FLOAT_EQ(rig.View.View.ViewX1, -10);
+    EXPECT_FLOAT_EQ(rig.View.View.ViewX2, 50);
+    // Two 15-twip pixels of a page 786 points (15720 twips) high spanning 87.495 units.
+    EXPECT_NEAR(m.PrinterPixel, 0.16698, 1e-5);
+
+    const QImage page = Rasterise(pdf);
+    ASSERT_EQ(page.size(), QSize(827, 1170));
+    // Edges: x 0 at 28 + 10 x 8.983 = 117.8 points (163.7 px), x 40 at 477.2 points
+    // (662.7 px); stored y -10 at 28 + 38.748 x 8.983 = 376.1 points (522.4 px), y 0 at
+    // 465.9 points (647.1 px).
+    const std::vector<int> across = Marks(page, 585, false);
+    ASSERT_EQ(across.size(), 2u);
+    EXPECT_NEAR(across[0], 164, 1);
+    EXPECT_NEAR(across[1], 663, 1);
+    const std::vector<int> down = Marks(page, 413, true);
+    ASSERT_EQ(down.size(), 2u);
+    EXPECT_NEAR(down[0], 522, 1);
+    EXPECT_NEAR(down[1], 647, 1);
+    // Centred: the drawing's middle is the page's middle.
+    const QRect box = DrawnBox(page);
+    EXPECT_NEAR(box.center().x(), 413, 2);
+    EXPECT_NEAR(box.center().y(), 585, 2); // 28 + 786 / 2 = 421 points
+}
+
+TEST_F(PrintTest, FailuresShowTheMessageAndSendNoPage)
+{
+    using Message = test::ScriptedDialogs::ShownMessage;
+    const Message printError{"An error occured while printing", "Corvane Backplot", MsgIcon::None, MsgButtons::Ok};
+
+    // The record file gone since the program was opened.
+    rig.Open(Rectangle);
+    rig.SetView(-10, -25, 50, 15);
+    std::filesystem::remove(rig.T.RecordFilePath());
+    EXPECT_FALSE(Print());
+    EXPECT_EQ(rig.Dialogs.Messages, std::vector<Message>{printError});
+    EXPECT_FALSE(std::filesystem::exists(pdf));
+    EXPECT_EQ(rig.Dialogs.Pointers, (std::vector<MousePointer>{MousePointer::Hourglass, MousePointer::Default}));
+
+    // A file that cannot be written.
+    rig.Open(Rectangle);
+    rig.SetView(-10, -25, 50, 15);
+    const std::filesystem::path missing = rig.Folder.Path() / "missing" / "page.pdf";
+    output.PrintToPdf(QString::fromStdString(missing.string()));
+    EXPECT_FALSE(Print());
+    EXPECT_EQ(rig.Dialogs.Messages, (std::vector<Message>{printError, printError}));
+    EXPECT_FALSE(std::filesystem::exists(missing.parent_path()));
+    EXPECT_TRUE(status.isEmpty());
+}
+
+TEST_F(PrintTest, NoProgramPrintsNothingAndSaysNothing)
+{
+    // Nothing opened: an empty view, no records.
+    EXPECT_FALSE(Print());
+    EXPECT_TRUE(rig.Dialogs.Messages.empty());
+    EXPECT_FALSE(std::filesystem::exists(pdf));
+    EXPECT_EQ(rig.View.View.ViewX1, 0);
+}
+
+TEST(PrintFallback, WithoutAPrinterThePageGoesToThePdfFileInTheDataFolder)
+{
+    test::PlotRig rig;
+    rig.Open(Rectangle);
+    rig.SetView(-10, -25, 50, 15);
+    OutputCommands output;
+    if (output.Printer().outputFormat() != QPrinter::PdfFormat)
+        GTEST_SKIP() << "this machine has a printer";
+    QString status;
+    ASSERT_TRUE(output.Print(rig.View, rig.T, rig.Config, rig.Dialogs, [&](const QString& s) { status = s; }));
+    const std::filesystem::path expected = rig.Folder.Path() / "TKZPrint.pdf";
+    EXPECT_EQ(output.PdfFile().toStdString(), expected.string());
+    EXPECT_EQ(status.toStdString(), "  No printer here: the page was saved as " + expected.string());
+    EXPECT_EQ(test::ReadAll(expected).substr(0, 5), "%PDF-");
+}
+
+TEST(CliPrint, WritesThePageTheWindowWouldPrintAfterOpening)
+{
+    test::ScratchDir work;
+    const std::string program = work.Write("rectangle.nc", Rectangle);
+    const std::filesystem::path pdf = work.Path() / "page.pdf";
+    const std::filesystem::path tmp = work.Path() / "tmp";
+    std::filesystem::create_directory(tmp);
+    const std::string command = "TMPDIR='" + tmp.string() + "' '" BACKPLOT_CLI "' print '" + program + "' -o '" +
+                                pdf.string() + "' --size 400x200 2>'" + (work.Path() / "stderr").string() + "'";
+    ASSERT_EQ(std::system(command.c_str()), 0);
+    EXPECT_EQ(test::ReadAll(work.Path() / "stderr"), "");
+    EXPECT_TRUE(std::filesystem::is_empty(tmp));
+
+    // Opened on 400 x 200: extents 40 x 10, fitted and widened by 6 on every side to the
+    // view (-6, -18)-(46, 8). On the page: 52 units across 539 points, 10.365 points a
+    // unit, centred on y = -5. x 0 at 28 + 6 x 10.365 = 90.2 points (125 px), x 40 at
+    // 504.8 points (701 px); stored y -10 at 28 + 32.91 x 10.365 = 369.2 points (513 px),
+    // y 0 at 472.8 points (657 px). The axis lies on the edges x 0 and y 0.
+    const QImage page = Rasterise(pdf);
+    ASSERT_EQ(page.size(), QSize(827, 1170));
+    const std::vector<int> across = Marks(page, 585, false);
+    ASSERT_EQ(across.size(), 2u);
+    EXPECT_NEAR(across[0], 125, 1);
+    EXPECT_NEAR(across[1], 701, 1);
+    const std::vector<int> down = Marks(page, 413, true);
+    ASSERT_EQ(down.size(), 2u);
+    EXPECT_NEAR(down[0], 513, 1);
+    EXPECT_NEAR(down[1], 657, 1);
+}
+
+} // namespace
+} // namespace backplot
