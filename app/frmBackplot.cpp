@@ -6,13 +6,13 @@
 #include "HelpWindow.h"
 #include "Icons.h"
 #include "Keyboard.h"
-#include "NumberFormat.h"
 #include "OutputCommands.h"
 #include "ProgramFiles.h"
 #include "RunTimeError.h"
 #include "PartialPlots.h"
 #include "SlowMotion.h"
 #include "SourceView.h"
+#include "StatusLines.h"
 #include "StepListing.h"
 #include "Stepper.h"
 #include "ViewCommands.h"
@@ -23,19 +23,14 @@
 #include "frmProperties.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QCloseEvent>
-#include <QCoreApplication>
-#include <QFileInfo>
-#include <QFrame>
-#include <QHBoxLayout>
 #include <QLabel>
+#include <QLayout>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QToolBar>
-#include <QVBoxLayout>
 
 namespace backplot {
 
@@ -76,7 +71,12 @@ frmBackplot::frmBackplot(UserDialogs* dialogs, QWidget* parent) : QMainWindow(pa
 
     createPanes();
     commands_ = new CommandSurface(this);
-    createStatusBar();
+    status_ = new StatusLines(this);
+    statusBar()->addWidget(status_, 1);
+    lblComment_ = status_->lblComment;
+    lblCode_ = status_->lblCode;
+    lblXPos_ = status_->lblXPos;
+    lblYPos_ = status_->lblYPos;
 
     host_ = std::make_unique<WindowHost>(*this);
     viewCommands_ = std::make_unique<ViewCommands>(*plotter_, picSurface(), settings_, playback_, *dialogs_, *host_);
@@ -261,60 +261,6 @@ void frmBackplot::RevealPane(QWidget* pane)
     split->setSizes({room - share, share});
 }
 
-namespace {
-
-QLabel* StatusLabel(const char* name, QWidget* parent)
-{
-    auto* label = new QLabel(parent);
-    label->setObjectName(QString::fromLatin1(name));
-    label->setAccessibleName(QString::fromLatin1(name));
-    label->setFrameStyle(QFrame::Panel | QFrame::Sunken);
-    label->setTextFormat(Qt::PlainText);
-    label->setTextInteractionFlags(Qt::NoTextInteraction);
-    return label;
-}
-
-} // namespace
-
-void frmBackplot::createStatusBar()
-{
-    auto* panel = new QWidget(this);
-    auto* lines = new QVBoxLayout(panel);
-    lines->setContentsMargins(0, 0, 0, 0);
-    lines->setSpacing(2);
-
-    picStat1_ = new QFrame(panel);
-    picStat1_->setObjectName(QStringLiteral("picStat1"));
-    auto* line1 = new QHBoxLayout(picStat1_);
-    line1->setContentsMargins(0, 0, 0, 0);
-    lblComment_ = StatusLabel("lblComment", picStat1_);
-    // Long paths must not widen the window; the label takes what the line offers.
-    lblComment_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    line1->addWidget(lblComment_, 1);
-
-    picStat2_ = new QFrame(panel);
-    picStat2_->setObjectName(QStringLiteral("picStat2"));
-    auto* line2 = new QHBoxLayout(picStat2_);
-    line2->setContentsMargins(0, 0, 0, 0);
-    line2->setSpacing(2);
-    lblCode_ = StatusLabel("lblCode", picStat2_);
-    lblCode_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    lblXPos_ = StatusLabel("lblXPos", picStat2_);
-    lblYPos_ = StatusLabel("lblYPos", picStat2_);
-    // Room for the widest readout, so the labels do not jump as the mouse moves.
-    const int readout = lblXPos_->fontMetrics().horizontalAdvance(QStringLiteral(" X -00000.000000 ")) +
-                        2 * lblXPos_->frameWidth() + 2 * lblXPos_->margin();
-    lblXPos_->setMinimumWidth(readout);
-    lblYPos_->setMinimumWidth(readout);
-    line2->addWidget(lblCode_, 1);
-    line2->addWidget(lblXPos_);
-    line2->addWidget(lblYPos_);
-
-    lines->addWidget(picStat1_);
-    lines->addWidget(picStat2_);
-    statusBar()->addWidget(panel, 1);
-}
-
 void frmBackplot::readSettings()
 {
     settingsStore_.LoadSettings(settings_, translator_->ToolColors(), translator_->State(), *dialogs_,
@@ -362,166 +308,6 @@ void frmBackplot::SetFileOperation(bool running)
     fileOperation_ = running;
     menuBar()->setEnabled(!running);
     commands_->cToolbar1->setEnabled(!running);
-}
-
-// ---- Opening a program ----
-
-void frmBackplot::ShowOpenDialog()
-{
-    const std::string& ext = settings_.FileExt;
-    const std::optional<std::string> chosen = dialogs_->OpenFileName("Open File", settings_.WorkDir, ext + " ", " " + ext);
-    TranslationState& state = translator_->State();
-    if (chosen) {
-        dialogFileName_ = QString::fromStdString(*chosen);
-        dialogFileTitle_ = QFileInfo(dialogFileName_).fileName();
-        fileName_ = *chosen;
-        state.AbortTranslation = false;
-    } else {
-        state.AbortTranslation = true;
-    }
-    events_.ProcessEvents();
-}
-
-void frmBackplot::OpenFile()
-{
-    Translator& t = *translator_;
-    TranslationState& state = t.State();
-    struct ClearReopen {
-        bool& flag;
-        ~ClearReopen() { flag = false; }
-    } clearReopen{reopenFlag_};
-
-    try {
-        // 1.-3. Choose the file; a cancelled dialog only redraws what is there.
-        state.AbortTranslation = false;
-        if (!reopenFlag_) {
-            lblComment_->clear();
-            fileName_.clear();
-            ShowOpenDialog();
-        }
-        if (fileName_.empty()) {
-            mnuRedraw_Click();
-            return;
-        }
-
-        // 4. An empty file leaves everything as it was.
-        const QFileInfo info(QString::fromStdString(fileName_));
-        if (!info.isFile())
-            throw RunTimeError("File not found");
-        if (info.size() == 0) {
-            dialogs_->Message(fileName_ + " is an empty file", MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
-            return;
-        }
-
-        // 5.-6. Per-program state; the source view shows the new program, the step
-        // listing of the old one goes.
-        t.ResetForNewProgram();
-        picEditor_->LoadFile(QString::fromStdString(fileName_));
-        Editor1_->Clear();
-        Editor1_->hide();
-
-        // 7. Status and a clean canvas.
-        picStat1_->show();
-        picStat2_->show();
-        lblComment_->setText(QStringLiteral(" Opening file ") + QString::fromStdString(fileName_));
-        dialogs_->SetPointer(MousePointer::Hourglass);
-        picCanvas_->ClearPicture();
-
-        // 8.-10. Normalise and translate.
-        events_.ProcessEvents();
-        t.NormaliseFile(fileName_, TempFileName);
-        events_.ProcessEvents();
-        const EntityRecord& at = t.Record();
-        lblCode_->setText(QStringLiteral(" Translating file."));
-        lblXPos_->setText(QStringLiteral(" X ") + QString::fromStdString(FormatMask5(at.EndX)));
-        lblYPos_->setText(QStringLiteral(" Y ") + QString::fromStdString(FormatMask5(-at.EndY)));
-        t.TranslateProgram();
-
-        // 11. Extents, fitted with a margin: the same view as Zoom Extents.
-        DrawSurface& canvas = picSurface();
-        plotter_->ExtentsWithMargin(canvas);
-
-        // 12.-13. Draw every record.
-        lblCode_->setText(QStringLiteral(" Drawing file."));
-        events_.ProcessEvents();
-        plotter_->GetRecords(canvas);
-
-        // 14.-15. A program is loaded.
-        programLoaded_ = true;
-        commands_->mnuDetails->setEnabled(false);
-        lblCode_->setText(QStringLiteral(" ") + dialogFileTitle_);
-        SetControls(true);
-        if (!reopenFlag_) {
-            recentFiles_.AddRecentFile(fileName_);
-            RefreshRecentMenu();
-        }
-    } catch (const std::exception&) {
-        dialogs_->Message("An error as occurred while prossessing the file ", MessageTitle, MsgIcon::Critical,
-                          MsgButtons::Ok);
-        SetControls(programLoaded_);
-    }
-    dialogs_->SetPointer(MousePointer::Default);
-}
-
-void frmBackplot::mnuFileOpen_Click()
-{
-    if (fileOperation_)
-        return;
-    SetFileOperation(true);
-    OpenFile();
-    SetFileOperation(false);
-    if (!translator_->State().AbortTranslation) {
-        // The stepping commands start again from the first record: slow motion resumes
-        // from SlowResume, so it goes back to 1. Single step keeps its element in
-        // PlotLast, which the extents pass has set to the record total so that a redraw
-        // shows the whole program; its first step starts from record 1 by itself.
-        playback_.SlowResume = 1;
-        plotter_->PlotIndex = 1;
-        SetMenus(true);
-    }
-    translator_->State().AbortTranslation = false;
-}
-
-void frmBackplot::OpenFileAtStart(const std::string& path)
-{
-    if (fileOperation_)
-        return;
-    // What the open dialog would have left behind; the reopen flag then skips the dialog,
-    // and with it the recent-files update, which follows here once the program is drawn.
-    dialogFileName_ = QString::fromStdString(path);
-    dialogFileTitle_ = QFileInfo(dialogFileName_).fileName();
-    fileName_ = path;
-    reopenFlag_ = true;
-    SetFileOperation(true);
-    OpenFile();
-    SetFileOperation(false);
-    if (programLoaded_) {
-        recentFiles_.AddRecentFile(path);
-        RefreshRecentMenu();
-        playback_.SlowResume = 1;
-        plotter_->PlotIndex = 1;
-        SetMenus(true);
-    }
-    translator_->State().AbortTranslation = false;
-}
-
-void frmBackplot::mnuRecentFile_Click(int index)
-{
-    if (fileOperation_)
-        return;
-    try {
-        SetFileOperation(true);
-        reopenFlag_ = true;
-        fileName_ = commands_->mnuRecentFile[static_cast<std::size_t>(index)]->data().toString().toStdString();
-        OpenFile();
-        SetFileOperation(false);
-        lblCode_->setText(QStringLiteral("  ") + QString::fromStdString(fileName_));
-        events_.ProcessEvents();
-        SetMenus(true);
-    } catch (const std::exception&) {
-        SetFileOperation(false);
-        dialogs_->Message("Error loading file.", "Corvane BackPlot", MsgIcon::Critical, MsgButtons::Ok);
-    }
 }
 
 // ---- Small commands of the window ----

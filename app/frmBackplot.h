@@ -13,7 +13,6 @@
 #include <QMainWindow>
 #include <memory>
 
-class QFrame;
 class QLabel;
 class QPushButton;
 class QSplitter;
@@ -25,6 +24,7 @@ class Keyboard;
 class OutputCommands;
 class PartialPlots;
 class SourceView;
+class StatusLines;
 class StepListing;
 class PlaybackHost;
 class SlowMotion;
@@ -159,7 +159,6 @@ private:
     // Shows the source view or the step listing beside the canvas with a share of the room
     // (two fifths of the width, a fifth of the height); the canvas keeps the rest.
     void RevealPane(QWidget* pane);
-    void createStatusBar();
     void wireCommands();
     void readSettings();
     void writeSettings();
@@ -199,8 +198,7 @@ private:
     StepListing* Editor1_ = nullptr;
     QSplitter* splitSource_ = nullptr; // canvas | source view
     QSplitter* splitSteps_ = nullptr;  // the two above | step listing
-    QFrame* picStat1_ = nullptr;
-    QFrame* picStat2_ = nullptr;
+    StatusLines* status_ = nullptr;
     QLabel* lblComment_ = nullptr;
     QLabel* lblCode_ = nullptr;
     QLabel* lblXPos_ = nullptr;
