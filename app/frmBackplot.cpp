@@ -129,14 +129,19 @@ frmBackplot::~frmBackplot() = default;
 void frmBackplot::wireCommands()
 {
     CommandSurface& c = *commands_;
+    // While a program is being opened (translation lets events run) no command starts.
     const auto on = [this](QAction* action, void (frmBackplot::*handler)()) {
-        connect(action, &QAction::triggered, this, handler);
+        connect(action, &QAction::triggered, this, [this, handler] {
+            if (!fileOperation_)
+                (this->*handler)();
+        });
     };
     // A checkable item's command owns its mark: the one Qt flips is given back first.
     const auto onChecked = [this](QAction* action, void (frmBackplot::*handler)()) {
         connect(action, &QAction::triggered, this, [this, action, handler](bool checked) {
             action->setChecked(!checked);
-            (this->*handler)();
+            if (!fileOperation_)
+                (this->*handler)();
         });
     };
     on(c.mnuFileOpen, &frmBackplot::mnuFileOpen_Click);
@@ -147,8 +152,10 @@ void frmBackplot::wireCommands()
     on(c.mnuPrinter, &frmBackplot::mnuPrinter_Click);
     on(c.mnuExit, &frmBackplot::mnuExit_Click);
     for (int i = 1; i <= RecentFiles::Count; ++i)
-        connect(c.mnuRecentFile[static_cast<std::size_t>(i)], &QAction::triggered, this,
-                [this, i] { mnuRecentFile_Click(i); });
+        connect(c.mnuRecentFile[static_cast<std::size_t>(i)], &QAction::triggered, this, [this, i] {
+            if (!fileOperation_)
+                mnuRecentFile_Click(i);
+        });
     on(c.mnuClear, &frmBackplot::mnuClear_Click);
     on(c.mnuRedraw, &frmBackplot::mnuRedraw_Click);
     onChecked(c.mnuAutoOn, &frmBackplot::mnuAutoOn_Click);
@@ -205,16 +212,22 @@ void frmBackplot::wireCommands()
     cmdHidden_->hide();
     connect(cmdHidden_, &QPushButton::clicked, this, &frmBackplot::mnuPrint_Click);
 
-    // The canvas mouse.
+    // The canvas mouse (a move waits for an open by itself).
     ViewCommands& view = *viewCommands_;
     connect(picCanvas_, &CanvasWidget::MouseDown, this,
-            [&view](Qt::MouseButton b, Qt::KeyboardModifiers, float x, float y) { view.MouseDown(ButtonOf(b), x, y); });
+            [this, &view](Qt::MouseButton b, Qt::KeyboardModifiers, float x, float y) {
+                if (!fileOperation_)
+                    view.MouseDown(ButtonOf(b), x, y);
+            });
     connect(picCanvas_, &CanvasWidget::MouseMove, this,
             [&view](Qt::MouseButtons b, Qt::KeyboardModifiers, float x, float y) {
                 view.MouseMove(b.testFlag(Qt::LeftButton), x, y);
             });
     connect(picCanvas_, &CanvasWidget::MouseUp, this,
-            [&view](Qt::MouseButton b, Qt::KeyboardModifiers, float x, float y) { view.MouseUp(ButtonOf(b), x, y); });
+            [this, &view](Qt::MouseButton b, Qt::KeyboardModifiers, float x, float y) {
+                if (!fileOperation_)
+                    view.MouseUp(ButtonOf(b), x, y);
+            });
     // The wheel zooms as the + and - keys do.
     connect(picCanvas_, &CanvasWidget::Wheel, this, [this](int notches) {
         if (fileOperation_ || !programLoaded_)
@@ -305,8 +318,10 @@ void frmBackplot::DrawRubberLine(float x1, float y1, float x2, float y2, std::ui
 
 void frmBackplot::SetFileOperation(bool running)
 {
+    // Commands wait through their connections (wireCommands); the toolbar greys out to
+    // show it. The menus are left alone: a disabled menu hands its state down to its
+    // submenus when it comes back, undoing what SetMenus chose.
     fileOperation_ = running;
-    menuBar()->setEnabled(!running);
     commands_->cToolbar1->setEnabled(!running);
 }
 
