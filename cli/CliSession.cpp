@@ -1,5 +1,7 @@
 #include "CliSession.h"
 
+#include "RunTimeError.h"
+
 #include <filesystem>
 #include <ostream>
 #include <system_error>
@@ -50,6 +52,23 @@ bool CliSession::Translate()
     translator_.NormaliseFile(program, TempFileName);
     translator_.TranslateProgram();
     return true;
+}
+
+Plotter CliSession::MakePlotter()
+{
+    Translator& t = translator_;
+    return Plotter(settings_, t.ToolColors(), t.State(), playback_, t.Record(), dialogs_, events_,
+                   [&t] { return t.RecordFilePath(); });
+}
+
+void CliSession::OpenView(Plotter& plotter, DrawSurface& canvas)
+{
+    try {
+        plotter.ExtentsWithMargin(canvas);
+    } catch (const RunTimeError& e) {
+        dialogs_.Message(std::string("The view could not be fitted: ") + e.what(), "Corvane Backplot",
+                         MsgIcon::Critical, MsgButtons::Ok);
+    }
 }
 
 int RunTranslate(CliSession& session)

@@ -3,6 +3,7 @@
 #include "CliOptions.h"
 #include "ConsoleDialogs.h"
 #include "PlaybackState.h"
+#include "Plotter.h"
 #include "ScratchFolder.h"
 #include "Settings.h"
 #include "Translator.h"
@@ -24,6 +25,12 @@ public:
     // Normalises and translates the program into the data folder. False when the
     // program could not be read at all (missing or empty; the message is out already).
     bool Translate();
+
+    // A plotter on this session's translator, settings and seams.
+    Plotter MakePlotter();
+    // The view the window shows right after opening the program, on `canvas`: the
+    // extents with their margin. A view that cannot be fitted is reported.
+    void OpenView(Plotter& plotter, DrawSurface& canvas);
 
     // 0 when no message was reported, 1 otherwise.
     int ExitCode() const { return dialogs_.MessageCount() == 0 ? 0 : 1; }

@@ -19,14 +19,8 @@ int RunDxf(CliSession& session)
 
     // Only the scale of the opened view is needed: no picture.
     ScaleSurface canvas(o.Width, o.Height);
-    Plotter plotter(session.Config(), t.ToolColors(), t.State(), session.Playback(), t.Record(), session.Dialogs(),
-                    session.Events(), [&t] { return t.RecordFilePath(); });
-    try {
-        plotter.ExtentsWithMargin(canvas);
-    } catch (const RunTimeError& e) {
-        session.Dialogs().Message(std::string("The extents pass failed: ") + e.what(), "Corvane Backplot",
-                                  MsgIcon::Critical, MsgButtons::Ok);
-    }
+    Plotter plotter = session.MakePlotter();
+    session.OpenView(plotter, canvas);
 
     const DxfCanvasScale scale{canvas.ScaleLeft(), canvas.ScaleTop(), canvas.ScaleWidth(), canvas.ScaleHeight()};
     DxfExport exporter(t, session.Dialogs());

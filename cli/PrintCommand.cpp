@@ -82,14 +82,8 @@ int RunPrint(CliSession& session)
     const std::unique_ptr<QGuiApplication> application = MakeApplication();
 
     ScaleSurface canvas(o.Width, o.Height);
-    Plotter plotter(session.Config(), t.ToolColors(), t.State(), session.Playback(), t.Record(), session.Dialogs(),
-                    session.Events(), [&t] { return t.RecordFilePath(); });
-    try {
-        plotter.ExtentsWithMargin(canvas);
-    } catch (const RunTimeError& e) {
-        session.Dialogs().Message(std::string("The extents pass failed: ") + e.what(), "Corvane Backplot",
-                                  MsgIcon::Critical, MsgButtons::Ok);
-    }
+    Plotter plotter = session.MakePlotter();
+    session.OpenView(plotter, canvas);
 
     OutputCommands output;
     output.PrintToPdf(QString::fromStdString(o.Output));

@@ -17,18 +17,6 @@ namespace backplot {
 
 namespace {
 
-Plotter MakePlotter(CliSession& session)
-{
-    Translator& t = session.Translation();
-    return Plotter(session.Config(), t.ToolColors(), t.State(), session.Playback(), t.Record(), session.Dialogs(),
-                   session.Events(), [&t] { return t.RecordFilePath(); });
-}
-
-void ReportFailure(CliSession& session, const char* what, const RunTimeError& e)
-{
-    session.Dialogs().Message(std::string(what) + e.what(), "Corvane Backplot", MsgIcon::Critical, MsgButtons::Ok);
-}
-
 // Applies one `--do` command as the window's command, menu item or mouse drag would.
 void Apply(ViewCommands& view, const DoCommand& command)
 {
@@ -88,11 +76,12 @@ int RunExtents(CliSession& session)
     const CliOptions& o = session.Options();
     // The extents pass only sets the scale: no picture is needed for it.
     ScaleSurface canvas(o.Width, o.Height);
-    Plotter plotter = MakePlotter(session);
+    Plotter plotter = session.MakePlotter();
     try {
         plotter.ComputeExtents(canvas);
     } catch (const RunTimeError& e) {
-        ReportFailure(session, "The extents pass failed: ", e);
+        session.Dialogs().Message(std::string("The extents pass failed: ") + e.what(), "Corvane Backplot",
+                                  MsgIcon::Critical, MsgButtons::Ok);
     }
     const ViewTransform& v = plotter.View;
     std::ostream& out = session.Out();
@@ -113,15 +102,11 @@ int RunRender(CliSession& session)
         return 1;
     const CliOptions& o = session.Options();
     ImageSurface canvas(o.Width, o.Height, static_cast<std::uint32_t>(session.Config().Backcolor));
-    Plotter plotter = MakePlotter(session);
+    Plotter plotter = session.MakePlotter();
     ViewHost viewHost;
     ViewCommands view(plotter, canvas, session.Config(), session.Playback(), session.Dialogs(), viewHost);
-    try {
-        plotter.ExtentsWithMargin(canvas);
-        plotter.GetRecords(canvas);
-    } catch (const RunTimeError& e) {
-        ReportFailure(session, "The plot failed: ", e);
-    }
+    session.OpenView(plotter, canvas);
+    plotter.GetRecords(canvas);
     if (o.Steps) {
         PlaybackHost playbackHost;
         Stepper stepper(plotter, canvas, session.Translation(), session.Playback(), session.Dialogs(), playbackHost);
@@ -149,15 +134,11 @@ int RunView(CliSession& session)
     const CliOptions& o = session.Options();
     // Only the view is printed: a surface with a size and a scale is enough.
     ScaleSurface canvas(o.Width, o.Height);
-    Plotter plotter = MakePlotter(session);
+    Plotter plotter = session.MakePlotter();
     ViewHost host;
     ViewCommands view(plotter, canvas, session.Config(), session.Playback(), session.Dialogs(), host);
-    try {
-        plotter.ExtentsWithMargin(canvas);
-        plotter.GetRecords(canvas);
-    } catch (const RunTimeError& e) {
-        ReportFailure(session, "The view could not be fitted: ", e);
-    }
+    session.OpenView(plotter, canvas);
+    plotter.GetRecords(canvas);
     std::ostream& out = session.Out();
     PrintView(out, "open", plotter.View, canvas);
     for (const DoCommand& command : o.Do) {

@@ -1,6 +1,7 @@
 #include "PageSurface.h"
 
 #include "ArcGeometry.h"
+#include "ClipSegment.h"
 #include "RunTimeError.h"
 
 #include <QPainter>
@@ -35,34 +36,13 @@ Qt::PenStyle ToPenStyle(DrawStyle style)
     return Qt::SolidLine;
 }
 
-// Liang-Barsky clipping to the square +-ClipBound; false when nothing is left.
+// Clipped to the bound; a segment wholly inside is left exactly as it is.
 bool Clip(QPointF& a, QPointF& b)
 {
     if (std::fabs(a.x()) <= ClipBound && std::fabs(a.y()) <= ClipBound && std::fabs(b.x()) <= ClipBound &&
         std::fabs(b.y()) <= ClipBound)
         return true;
-    double t0 = 0, t1 = 1;
-    const double dx = b.x() - a.x(), dy = b.y() - a.y();
-    const double p[4] = {-dx, dx, -dy, dy};
-    const double q[4] = {a.x() + ClipBound, ClipBound - a.x(), a.y() + ClipBound, ClipBound - a.y()};
-    for (int i = 0; i < 4; ++i) {
-        if (p[i] == 0) {
-            if (q[i] < 0)
-                return false;
-            continue;
-        }
-        const double t = q[i] / p[i];
-        if (p[i] < 0)
-            t0 = std::max(t0, t);
-        else
-            t1 = std::min(t1, t);
-        if (t0 > t1)
-            return false;
-    }
-    const QPointF start = a;
-    a = QPointF(start.x() + t0 * dx, start.y() + t0 * dy);
-    b = QPointF(start.x() + t1 * dx, start.y() + t1 * dy);
-    return true;
+    return ClipSegment(a, b, ClipBound);
 }
 
 // Squared distance of p from the segment a-b.

@@ -1,6 +1,7 @@
 #include "PrintRenderer.h"
 
 #include "ArcGeometry.h"
+#include "EntityRenderer.h"
 #include "RunTimeError.h"
 
 #include <cmath>
@@ -11,7 +12,6 @@ namespace backplot {
 
 namespace {
 
-constexpr int ArcChords = 72;
 constexpr std::uint32_t Ink = 0x000000;
 
 float Narrow(double value)
@@ -168,22 +168,9 @@ void PrintRenderer::PrintArc(DrawSurface& surface, double xCen, double yCen, dou
 {
     ArcStartRad = startAngle;
     ArcEndRad = endAngle;
-    double step;
-    if (startAngle < endAngle)
-        step = (static_cast<double>(endAngle) - startAngle) / ArcChords;
-    else if (startAngle == endAngle)
-        step = 2 * Pi / ArcChords;
-    else
-        step = (endAngle + 2 * Pi - startAngle) / ArcChords;
-
-    for (int i = 1; i <= ArcChords; ++i) {
-        const double a0 = step * (i - 1) + startAngle;
-        const double a1 = step * i + startAngle;
-        // Minus before the sine: counter-clockwise with Y growing downward.
-        surface.Line(static_cast<float>(xCen + radius * std::cos(a0)), static_cast<float>(yCen - radius * std::sin(a0)),
-                     static_cast<float>(xCen + radius * std::cos(a1)), static_cast<float>(yCen - radius * std::sin(a1)),
-                     color);
-    }
+    // Errors are not skipped here: a failing line ends the print with its message.
+    EntityRenderer::ForEachArcChord(xCen, yCen, radius, startAngle, endAngle,
+                                    [&](float x0, float y0, float x1, float y1) { surface.Line(x0, y0, x1, y1, color); });
 }
 
 } // namespace backplot

@@ -7,12 +7,6 @@
 
 namespace backplot {
 
-namespace {
-
-constexpr int ArcChords = 72;
-
-} // namespace
-
 void EntityRenderer::DrawEntity(DrawSurface& surface, const EntityRecord& record, std::uint32_t color)
 {
     switch (record.MoveType) {
@@ -118,26 +112,9 @@ void EntityRenderer::DrawArc(DrawSurface& s, const EntityRecord& r, std::uint32_
 void EntityRenderer::DrawArcSegments(DrawSurface& surface, double xCen, double yCen, double radius,
                                      std::uint32_t color, double startAngle, double endAngle)
 {
-    double step;
-    if (startAngle < endAngle)
-        step = (endAngle - startAngle) / ArcChords;
-    else if (startAngle == endAngle)
-        step = 2 * Pi / ArcChords;
-    else
-        step = (endAngle + 2 * Pi - startAngle) / ArcChords;
-
-    for (int i = 1; i <= ArcChords; ++i) {
-        const double a0 = step * (i - 1) + startAngle;
-        const double a1 = step * i + startAngle;
-        // Minus before the sine: counter-clockwise on the Y-down canvas. The line
-        // primitive takes single-precision coordinates.
-        ResumeNext([&] {
-            surface.Line(static_cast<float>(xCen + radius * std::cos(a0)),
-                         static_cast<float>(yCen - radius * std::sin(a0)),
-                         static_cast<float>(xCen + radius * std::cos(a1)),
-                         static_cast<float>(yCen - radius * std::sin(a1)), color);
-        });
-    }
+    ForEachArcChord(xCen, yCen, radius, startAngle, endAngle, [&](float x0, float y0, float x1, float y1) {
+        ResumeNext([&] { surface.Line(x0, y0, x1, y1, color); });
+    });
 }
 
 } // namespace backplot

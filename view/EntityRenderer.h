@@ -1,10 +1,12 @@
 #pragma once
 
+#include "ArcGeometry.h"
 #include "DrawSurface.h"
 #include "EntityRecord.h"
 #include "Settings.h"
 #include "ViewTransform.h"
 
+#include <cmath>
 #include <cstdint>
 
 namespace backplot {
@@ -44,6 +46,29 @@ public:
     // (radians; equal angles make the whole circle). Never raises.
     static void DrawArcSegments(DrawSurface& surface, double xCen, double yCen, double radius,
                                 std::uint32_t color, double startAngle, double endAngle);
+
+    // The 72 chords of that arc, each handed to chord(x0, y0, x1, y1) with the ends in
+    // single precision, as the line primitive takes them. The minus before the sine makes
+    // the angle run counter-clockwise with Y growing downward.
+    template <class Chord>
+    static void ForEachArcChord(double xCen, double yCen, double radius, double startAngle, double endAngle,
+                                Chord&& chord)
+    {
+        constexpr int chords = 72;
+        double step;
+        if (startAngle < endAngle)
+            step = (endAngle - startAngle) / chords;
+        else if (startAngle == endAngle)
+            step = 2 * Pi / chords;
+        else
+            step = (endAngle + 2 * Pi - startAngle) / chords;
+        for (int i = 1; i <= chords; ++i) {
+            const double a0 = step * (i - 1) + startAngle;
+            const double a1 = step * i + startAngle;
+            chord(static_cast<float>(xCen + radius * std::cos(a0)), static_cast<float>(yCen - radius * std::sin(a0)),
+                  static_cast<float>(xCen + radius * std::cos(a1)), static_cast<float>(yCen - radius * std::sin(a1)));
+        }
+    }
 
 private:
     void DrawRapid(DrawSurface& surface, const EntityRecord& record, std::uint32_t color);

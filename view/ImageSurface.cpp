@@ -1,6 +1,7 @@
 #include "ImageSurface.h"
 
 #include "ArcGeometry.h"
+#include "ClipSegment.h"
 #include "RunTimeError.h"
 
 #include <QPainter>
@@ -32,32 +33,13 @@ double RoundPixel(double v) { return std::floor(v + 0.5); }
 
 bool OutsideBound(QPointF p) { return std::fabs(p.x()) > ClipBound || std::fabs(p.y()) > ClipBound; }
 
-// Liang-Barsky clipping of a segment to the square +-ClipBound; false when nothing is left.
+// Clipped to the bound, the moved ends rounded to whole pixels again.
 bool ClipToBound(QPointF& a, QPointF& b)
 {
-    double t0 = 0, t1 = 1;
-    const double dx = b.x() - a.x(), dy = b.y() - a.y();
-    const double p[4] = {-dx, dx, -dy, dy};
-    const double q[4] = {a.x() + ClipBound, ClipBound - a.x(), a.y() + ClipBound, ClipBound - a.y()};
-    for (int i = 0; i < 4; ++i) {
-        if (p[i] == 0) {
-            if (q[i] < 0)
-                return false;
-            continue;
-        }
-        const double t = q[i] / p[i];
-        if (p[i] < 0)
-            t0 = std::max(t0, t);
-        else
-            t1 = std::min(t1, t);
-        if (t0 > t1)
-            return false;
-    }
-    const QPointF start = a;
-    if (t0 > 0)
-        a = QPointF(RoundPixel(start.x() + t0 * dx), RoundPixel(start.y() + t0 * dy));
-    if (t1 < 1)
-        b = QPointF(RoundPixel(start.x() + t1 * dx), RoundPixel(start.y() + t1 * dy));
+    if (!ClipSegment(a, b, ClipBound))
+        return false;
+    a = QPointF(RoundPixel(a.x()), RoundPixel(a.y()));
+    b = QPointF(RoundPixel(b.x()), RoundPixel(b.y()));
     return true;
 }
 
