@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QTest>
+#include <cmath>
 
 namespace backplot {
 namespace {
@@ -147,5 +148,39 @@ TEST_F(Keys, SlowMotionPausesResumesAndStopsFromTheKeyboard)
     EXPECT_EQ(Code(), QString::fromStdString(path) + "  ");
 }
 
+TEST_F(Keys, PAndEscHammeredDuringAReplayEndInAPlainPicture)
+{
+    for (int i = 0; i < 60; ++i) {
+        PressDuringThePass(Qt::Key_P, "p");
+        PressDuringThePass(i % 3 ? Qt::Key_P : Qt::Key_Escape, i % 3 ? "p" : QString(QChar(27)));
+    }
+    Type('M');
+    QApplication::processEvents();
+    if (window->playback().SlowPaused)
+        Type('P');
+    if (window->playback().SlowMode)
+        QTest::keyClick(Canvas(), Qt::Key_Escape);
+    EXPECT_FALSE(window->playback().SlowMode);
+    EXPECT_FALSE(Action("mnuSlowMotion")->isChecked());
+    EXPECT_TRUE(dialogs.Messages.empty());
+}
+
 } // namespace
+
+TEST(KeysWithoutAProgram, PanAndZoomKeysDoNothingHarmful)
+{
+    test::ScratchSettings scope;
+    test::ScriptedDialogs dialogs;
+    frmBackplot window(&dialogs);
+    window.show();
+    QApplication::processEvents();
+    for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down, Qt::Key_Plus, Qt::Key_Minus,
+                              Qt::Key_S, Qt::Key_Return, Qt::Key_Escape, Qt::Key_E, Qt::Key_M, Qt::Key_P})
+        QTest::keyClick(&window.canvas(), key);
+    EXPECT_FALSE(window.programLoaded());
+    EXPECT_FALSE(window.playback().SlowMode);
+    for (const float f : {window.plotter().View.ViewX1, window.plotter().View.ViewX2, window.plotter().View.FitSpan})
+        EXPECT_TRUE(std::isfinite(f));
+}
+
 } // namespace backplot
