@@ -18,7 +18,7 @@ class ImageSurface;
 // The image is kept in device pixels at the widget's device pixel ratio (see ImageSurface)
 // and painted one image pixel per screen pixel, so the plot stays sharp on a HiDPI screen;
 // sizes, mouse positions and the view arithmetic stay in logical pixels. When the window
-// moves to a screen of another ratio the picture is redrawn once at the new resolution
+// moves to a screen of another ratio the picture is scaled once to the new resolution
 // and stays until the next plot draws it afresh.
 class CanvasWidget : public QWidget {
     Q_OBJECT

@@ -85,8 +85,8 @@ public:
 
     void Clear() override;
 
-    // Device pixels per logical pixel. A new ratio redraws the kept picture once at the new
-    // resolution (nearest pixel, so no new colours appear), keeping it where it was on
+    // Device pixels per logical pixel. A new ratio scales the kept picture once to the new
+    // resolution (nearest pixel, so no new colours appear), so it stays where it was on
     // screen until the next plot draws it afresh; a user scale keeps its values. A ratio
     // that is not a positive finite number counts as 1.
     void SetDevicePixelRatio(double ratio);
@@ -113,7 +113,7 @@ public:
     // the ratio, unrounded): the same plot point at every ratio.
     QPointF ToPlot(double px, double py) const;
     // The logical position of the device pixel a point in plot units maps to (the mapping
-    // above divided by the ratio): a whole pixel at ratio 1, a half at ratio 2. Raises
+    // above divided by the ratio): whole pixels at ratio 1, halves at ratio 2. Raises
     // RunTimeError("Overflow") when it is out of reach.
     QPointF PixelOf(double x, double y) const;
 
