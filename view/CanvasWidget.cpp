@@ -3,6 +3,7 @@
 #include "ImageSurface.h"
 #include "RunTimeError.h"
 
+#include <QEvent>
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPaintEvent>
@@ -26,7 +27,8 @@ QPointF PixelOf(const QMouseEvent* event)
 } // namespace
 
 CanvasWidget::CanvasWidget(QWidget* parent)
-    : QWidget(parent), surface_(std::make_unique<ImageSurface>(width(), height()))
+    : QWidget(parent),
+      surface_(std::make_unique<ImageSurface>(width(), height(), 0xFFFFFF, devicePixelRatioF()))
 {
     setObjectName("picCanvas");
     // Every pixel comes from the image: no background erase, no flicker.
@@ -50,33 +52,81 @@ void CanvasWidget::ClearPicture()
 
 QImage CanvasWidget::Picture() const { return surface_->VisibleImage(); }
 
+bool CanvasWidget::event(QEvent* event)
+{
+    // A move to a screen of another ratio (or the ratio of this screen changing).
+    if (event->type() == QEvent::ScreenChangeInternal
+#if QT_VERSION >= QT_VERSION_CHECK(6, 6, 0)
+        || event->type() == QEvent::DevicePixelRatioChange
+#endif
+    )
+        FollowPixelRatio();
+    return QWidget::event(event);
+}
+
+void CanvasWidget::FollowPixelRatio()
+{
+    const double ratio = devicePixelRatioF();
+    if (ratio != surface_->DevicePixelRatio()) {
+        surface_->SetDevicePixelRatio(ratio);
+        if (crossHairs_) {
+            // Same plot point, new device pixel.
+            const QPointF plot = crossHairsPlot_;
+            crossHairs_.reset();
+            ShowCrossHairs(static_cast<float>(plot.x()), static_cast<float>(plot.y()));
+        }
+        update();
+    }
+    // The kept picture covers the whole screen, so a window that shrinks and grows again
+    // shows the drawing that was cut off, without a redraw.
+    if (const QScreen* screen = this->screen() ? this->screen() : QGuiApplication::primaryScreen())
+        surface_->Reserve(static_cast<int>(std::ceil(screen->size().width() * ratio)),
+                          static_cast<int>(std::ceil(screen->size().height() * ratio)));
+}
+
 void CanvasWidget::paintEvent(QPaintEvent* event)
 {
+    // Catches a ratio change that came without an event of its own.
+    if (devicePixelRatioF() != surface_->DevicePixelRatio())
+        FollowPixelRatio();
     QPainter painter(this);
     const QRect area = event->rect();
-    painter.drawImage(area.topLeft(), surface_->Image(), area);
+    const double ratio = surface_->DevicePixelRatio();
+    // The image's own ratio equals the painter's, so its pixels land 1:1 on the screen's.
+    const QRectF source(area.x() * ratio, area.y() * ratio, area.width() * ratio, area.height() * ratio);
+    painter.drawImage(QRectF(area), surface_->Image(), source);
     if (crossHairs_) {
-        painter.setPen(QPen(Qt::black, 0));
-        painter.drawLine(crossHairs_->x(), 0, crossHairs_->x(), height() - 1);
-        painter.drawLine(0, crossHairs_->y(), width() - 1, crossHairs_->y());
+        // One device pixel wide: a rectangle of 1 / ratio logical pixels, aliased.
+        const double x = crossHairs_->x() / ratio, y = crossHairs_->y() / ratio;
+        painter.fillRect(QRectF(x, 0, 1 / ratio, height()), Qt::black);
+        painter.fillRect(QRectF(0, y, width(), 1 / ratio), Qt::black);
     }
 }
 
 QRegion CanvasWidget::CrossHairRegion(QPoint pixel) const
 {
-    return QRegion(pixel.x(), 0, 1, height()) + QRegion(0, pixel.y(), width(), 1);
+    // The logical pixels that hold the device pixel's column and row.
+    const double ratio = surface_->DevicePixelRatio();
+    const int left = static_cast<int>(std::floor(pixel.x() / ratio));
+    const int right = static_cast<int>(std::ceil((pixel.x() + 1) / ratio));
+    const int top = static_cast<int>(std::floor(pixel.y() / ratio));
+    const int bottom = static_cast<int>(std::ceil((pixel.y() + 1) / ratio));
+    return QRegion(left, 0, right - left, height()) + QRegion(0, top, width(), bottom - top);
 }
 
 void CanvasWidget::ShowCrossHairs(float x, float y)
 {
     QPoint pixel;
     try {
+        const double ratio = surface_->DevicePixelRatio();
         const QPointF p = surface_->PixelOf(x, y);
         // Far outside the canvas a line cannot be seen; keep the integer conversion sane.
-        pixel = QPoint(static_cast<int>(std::clamp(p.x(), -1.0, 1e6)), static_cast<int>(std::clamp(p.y(), -1.0, 1e6)));
+        pixel = QPoint(static_cast<int>(std::lround(std::clamp(p.x() * ratio, -1.0, 1e6))),
+                       static_cast<int>(std::lround(std::clamp(p.y() * ratio, -1.0, 1e6))));
     } catch (const RunTimeError&) {
         return HideCrossHairs();
     }
+    crossHairsPlot_ = QPointF(x, y);
     if (crossHairs_ == pixel)
         return;
     // Only the strips under the old and the new lines are painted again.
@@ -96,12 +146,15 @@ void CanvasWidget::HideCrossHairs()
     update(dirty);
 }
 
+void CanvasWidget::showEvent(QShowEvent* event)
+{
+    FollowPixelRatio();
+    QWidget::showEvent(event);
+}
+
 void CanvasWidget::resizeEvent(QResizeEvent* event)
 {
-    // The kept picture covers the whole screen, so a window that shrinks and grows again
-    // shows the drawing that was cut off, without a redraw.
-    if (const QScreen* screen = this->screen() ? this->screen() : QGuiApplication::primaryScreen())
-        surface_->Reserve(screen->size().width(), screen->size().height());
+    FollowPixelRatio();
     surface_->Resize(width(), height());
     QWidget::resizeEvent(event);
 }

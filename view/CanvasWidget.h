@@ -14,6 +14,12 @@ class ImageSurface;
 // The plot canvas `picCanvas`. Everything is drawn into a persistent image at least the
 // size of the screen, so the picture survives repaints, windows passing over it, and a
 // window that shrinks and grows again. The user scale maps onto the visible size.
+//
+// The image is kept in device pixels at the widget's device pixel ratio (see ImageSurface)
+// and painted one image pixel per screen pixel, so the plot stays sharp on a HiDPI screen;
+// sizes, mouse positions and the view arithmetic stay in logical pixels. When the window
+// moves to a screen of another ratio the picture is scaled once to the new resolution
+// and stays until the next plot draws it afresh.
 class CanvasWidget : public QWidget {
     Q_OBJECT
 public:
@@ -27,7 +33,8 @@ public:
     // Clears the canvas to the back colour and drops the stored picture.
     void ClearPicture();
 
-    // The picture as shown (the visible part), for bitmap export and tests.
+    // The picture as shown (the visible part), in device pixels with its devicePixelRatio()
+    // set, for bitmap export and tests.
     QImage Picture() const;
 
     // The cross hairs: a vertical and a horizontal line through a point in plot units,
@@ -45,7 +52,9 @@ signals:
     void Wheel(int notches);
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -53,11 +62,16 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
 
 private:
-    // The strips of the widget the cross hairs through `pixel` cover.
+    // Takes on the widget's device pixel ratio and keeps the picture as large as the
+    // screen in device pixels.
+    void FollowPixelRatio();
+    // The strips of the widget (logical pixels) the cross hairs through the device pixel
+    // `pixel` cover.
     QRegion CrossHairRegion(QPoint pixel) const;
 
     std::unique_ptr<ImageSurface> surface_;
-    std::optional<QPoint> crossHairs_; // pixel the cross hairs run through
+    std::optional<QPoint> crossHairs_; // device pixel the cross hairs run through
+    QPointF crossHairsPlot_;           // the point they were asked for, in plot units
     int wheelRemainder_ = 0;
 };
 

@@ -6,6 +6,7 @@
 
 #include <QPainter>
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <span>
 
@@ -14,7 +15,7 @@ namespace backplot {
 struct ImageSurface::Pen {
     std::uint32_t pixel = 0; // 0xFFRRGGBB
     bool invert = false;
-    const bool* pattern = nullptr; // null for solid
+    const std::uint8_t* pattern = nullptr; // null for solid
     int period = 0;
 };
 
@@ -67,15 +68,52 @@ double CheckAngle(double angle)
 
 } // namespace
 
-ImageSurface::ImageSurface(int width, int height, std::uint32_t backColor) : backColor_(backColor)
+ImageSurface::ImageSurface(int width, int height, std::uint32_t backColor, double devicePixelRatio)
+    : backColor_(backColor)
 {
+    ratio_ = std::isfinite(devicePixelRatio) && devicePixelRatio > 0 ? devicePixelRatio : 1;
     if (width > 0 && height > 0) {
-        image_ = QImage(width, height, QImage::Format_RGB32);
+        visibleWidth_ = width;
+        visibleHeight_ = height;
+        image_ = QImage(ToDevice(width), ToDevice(height), QImage::Format_RGB32);
+        image_.setDevicePixelRatio(ratio_);
         image_.fill(ToPixel(backColor_));
     }
-    width_ = visibleWidth_ = image_.width();
-    height_ = visibleHeight_ = image_.height();
+    width_ = image_.width();
+    height_ = image_.height();
     ResetScale();
+}
+
+int ImageSurface::ToDevice(int logical) const
+{
+    // Rounded up, so the visible part covers every device pixel of a fractional ratio.
+    return static_cast<int>(std::ceil(logical * ratio_));
+}
+
+void ImageSurface::SetDevicePixelRatio(double ratio)
+{
+    if (!std::isfinite(ratio) || ratio <= 0)
+        ratio = 1;
+    if (ratio == ratio_)
+        return;
+    if (!image_.isNull()) {
+        // Nearest pixel keeps exactly the colours that were drawn.
+        const double grow = ratio / ratio_;
+        const int w = std::max(1, static_cast<int>(std::lround(image_.width() * grow)));
+        const int h = std::max(1, static_cast<int>(std::lround(image_.height() * grow)));
+        QImage scaled = image_.scaled(w, h, Qt::IgnoreAspectRatio, Qt::FastTransformation)
+                            .convertToFormat(QImage::Format_RGB32);
+        scaled.setDevicePixelRatio(ratio);
+        image_ = scaled;
+        bits_ = nullptr;
+        width_ = image_.width();
+        height_ = image_.height();
+    }
+    ratio_ = ratio;
+    Reserve(ToDevice(visibleWidth_), ToDevice(visibleHeight_));
+    UpdateFactors();
+    BuildPattern();
+    MarkChanged();
 }
 
 void ImageSurface::SetScale(float left, float top, float width, float height)
@@ -105,12 +143,14 @@ void ImageSurface::UpdateFactors()
 {
     factorX_ = scaleWidth_ != 0 ? visibleWidth_ / static_cast<double>(scaleWidth_) : 0;
     factorY_ = scaleHeight_ != 0 ? visibleHeight_ / static_cast<double>(scaleHeight_) : 0;
+    deviceFactorX_ = factorX_ * ratio_;
+    deviceFactorY_ = factorY_ * ratio_;
 }
 
 QPointF ImageSurface::Map(double x, double y) const
 {
-    const double px = RoundPixel((x - scaleLeft_) * factorX_);
-    const double py = RoundPixel((y - scaleTop_) * factorY_);
+    const double px = RoundPixel((x - scaleLeft_) * deviceFactorX_);
+    const double py = RoundPixel((y - scaleTop_) * deviceFactorY_);
     if (!std::isfinite(px) || !std::isfinite(py))
         throw RunTimeError("Overflow");
     return {px, py};
@@ -119,6 +159,12 @@ QPointF ImageSurface::Map(double x, double y) const
 QPointF ImageSurface::ToPlot(double px, double py) const
 {
     return {scaleLeft_ + px / factorX_, scaleTop_ + py / factorY_};
+}
+
+QPointF ImageSurface::PixelOf(double x, double y) const
+{
+    const QPointF device = Map(x, y);
+    return {device.x() / ratio_, device.y() / ratio_};
 }
 
 void ImageSurface::MarkChanged()
@@ -139,9 +185,10 @@ const QImage& ImageSurface::Image() const
 QImage ImageSurface::VisibleImage() const
 {
     dirty_ = false;
-    if (image_.size() == QSize(visibleWidth_, visibleHeight_))
+    const int w = ToDevice(visibleWidth_), h = ToDevice(visibleHeight_);
+    if (image_.size() == QSize(w, h))
         return image_;
-    return image_.copy(0, 0, visibleWidth_, visibleHeight_);
+    return image_.copy(0, 0, w, h); // keeps the ratio
 }
 
 ImageSurface::Pen ImageSurface::MakePen(std::uint32_t color)
@@ -153,9 +200,9 @@ ImageSurface::Pen ImageSurface::MakePen(std::uint32_t color)
     Pen pen;
     pen.pixel = ToPixel(color);
     pen.invert = mode_ == DrawMode::Invert;
-    if (patternLength_ > 0) {
+    if (!pattern_.empty()) {
         pen.pattern = pattern_.data();
-        pen.period = patternLength_;
+        pen.period = static_cast<int>(pattern_.size());
     }
     return pen;
 }
@@ -184,7 +231,7 @@ struct Walk {
 };
 
 template <bool Invert, bool Dashed>
-void WalkSegment(Walk w, std::uint32_t value, const bool* pattern)
+void WalkSegment(Walk w, std::uint32_t value, const std::uint8_t* pattern)
 {
     for (std::int64_t i = 0; i < w.count; ++i) {
         if ((!Dashed || pattern[w.dash]) && w.minor >= 0 && w.minor < w.minorSize) {
@@ -337,9 +384,9 @@ void ImageSurface::Circle(double cx, double cy, double radius, std::uint32_t col
 {
     start = CheckAngle(start);
     end = CheckAngle(end);
-    const double centreX = (cx - scaleLeft_) * factorX_;
-    const double centreY = (cy - scaleTop_) * factorY_;
-    const double r = std::fabs(radius * factorX_);
+    const double centreX = (cx - scaleLeft_) * deviceFactorX_;
+    const double centreY = (cy - scaleTop_) * deviceFactorY_;
+    const double r = std::fabs(radius * deviceFactorX_);
     if (!std::isfinite(centreX) || !std::isfinite(centreY) || !std::isfinite(r))
         throw RunTimeError("Overflow");
     currentX_ = cx;
@@ -399,13 +446,19 @@ void ImageSurface::Circle(double cx, double cy, double radius, std::uint32_t col
 
 void ImageSurface::SetDrawStyle(DrawStyle style)
 {
-    // On, off, on, off, ... in pixels, as the classic display driver draws cosmetic pens.
+    style_ = style;
+    BuildPattern();
+}
+
+void ImageSurface::BuildPattern()
+{
+    // On, off, on, off, ... in logical pixels, as the classic display driver draws cosmetic pens.
     static constexpr std::array<int, 2> dash{18, 6};
     static constexpr std::array<int, 2> dot{3, 3};
     static constexpr std::array<int, 4> dashDot{9, 6, 3, 6};
     static constexpr std::array<int, 6> dashDotDot{9, 3, 3, 3, 3, 3};
     std::span<const int> runs;
-    switch (style) {
+    switch (style_) {
     case DrawStyle::Dash:
         runs = dash;
         break;
@@ -421,13 +474,12 @@ void ImageSurface::SetDrawStyle(DrawStyle style)
     case DrawStyle::Solid:
         break;
     }
-    style_ = style;
-    patternLength_ = 0;
-    bool on = true;
+    pattern_.clear();
+    std::uint8_t on = 1;
     for (int run : runs) {
-        for (int k = 0; k < run; ++k)
-            pattern_[static_cast<std::size_t>(patternLength_++)] = on;
-        on = !on;
+        const long devicePixels = std::max(1L, std::lround(run * ratio_));
+        pattern_.insert(pattern_.end(), static_cast<std::size_t>(devicePixels), on);
+        on ^= 1;
     }
 }
 
@@ -445,7 +497,7 @@ void ImageSurface::Resize(int width, int height)
 {
     visibleWidth_ = std::max(width, 0);
     visibleHeight_ = std::max(height, 0);
-    Reserve(visibleWidth_, visibleHeight_);
+    Reserve(ToDevice(visibleWidth_), ToDevice(visibleHeight_));
     if (pixelScale_)
         ResetScale();
     else
@@ -460,6 +512,7 @@ void ImageSurface::Reserve(int width, int height)
     if (keptWidth <= 0 || keptHeight <= 0 || (keptWidth == image_.width() && keptHeight == image_.height()))
         return;
     QImage grown(keptWidth, keptHeight, QImage::Format_RGB32);
+    grown.setDevicePixelRatio(ratio_);
     grown.fill(ToPixel(backColor_));
     if (!image_.isNull()) {
         QPainter copy(&grown);
