@@ -278,6 +278,7 @@ void frmProperties::DrawCurrentLine()
 {
     const int style = settings_.AxisLine >= 0 && settings_.AxisLine <= 4 ? settings_.AxisLine : 0;
     const auto color = static_cast<std::uint32_t>(settings_.AxisColor);
+    currentSurface_.SetDevicePixelRatio(devicePixelRatioF());
     currentSurface_.SetBackColor(static_cast<std::uint32_t>(settings_.Backcolor));
     currentSurface_.Clear();
     currentSurface_.SetDrawStyle(static_cast<DrawStyle>(style));

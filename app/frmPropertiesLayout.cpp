@@ -105,7 +105,8 @@ QWidget* frmProperties::BuildFilesPage()
 
 void frmProperties::DrawLineStyleSample(int index)
 {
-    ImageSurface sample(LineSampleSize.width(), LineSampleSize.height(), 0xFFFFFF);
+    // Drawn at the screen's density, so the sample stays sharp on a HiDPI screen.
+    ImageSurface sample(LineSampleSize.width(), LineSampleSize.height(), 0xFFFFFF, devicePixelRatioF());
     sample.SetDrawStyle(static_cast<DrawStyle>(index));
     const double middle = LineSampleSize.height() / 2;
     sample.Line(2, middle, LineSampleSize.width() - 2, middle, 0x000000);
