@@ -1,0 +1,90 @@
+"""Opening a sample through File > Open... as a keyboard user does, read as a screen reader
+reads it: the File and View menus before and after (names, enabled and checked states,
+no "Plot From"), the exact title of the open dialog, the status texts after the drawing,
+the toolbar before and after, and the new recent-files entry."""
+
+import os
+import sys
+
+from desktop import (TOOL_TIPS, Checks, Desktop, check, close_menu, enabled_only, heard, menu_items,
+                     open_menu, reads, set_field, status_labels, toolbar_state, top_window, wait_for)
+
+# What the View menu shows, in order, whatever is loaded; "Plot From" is never among them.
+VIEW_ITEMS = ["Clear", "Redraw", "Auto Redraw", "Zoom", "Pan", "Single Block Step", "Step Details",
+              "Slow Motion Block Step", "View GCode Source"]
+
+# Exit, Open and Properties are the only buttons that need no program.
+TOOLBAR_EMPTY = enabled_only("Exit", "Open", "Properties")
+# A program drawn: everything but Pause and Stop, which only playback enables.
+TOOLBAR_LOADED = enabled_only(*[key for key in TOOL_TIPS if key not in ("Pause", "Stop")])
+
+
+def read_menu(d, window, frame, title, key):
+    popup = open_menu(d, window, frame, title, key)
+    items = menu_items(popup)
+    close_menu(d, frame, popup)
+    return items
+
+
+def main(program):
+    sample = os.path.join(os.path.dirname(os.path.abspath(program)), "mill_pocket_plate.nc")
+    checks = Checks()
+    with Desktop() as d:
+        d.start(program)
+        main_window = d.window("Tarvo Backplot")
+        d.park_pointer()
+        app = d.accessible_app()
+        frame = top_window(app, "Tarvo Backplot")
+
+        # 1. Nothing loaded: only what needs no program can be used.
+        comment, code, xpos, ypos = status_labels(frame)
+        checks.expect(reads(comment, "  Ready"), "comment label before an open: %r" % heard(comment))
+        checks.equal("toolbar before an open", toolbar_state(frame), TOOLBAR_EMPTY)
+        checks.equal("File menu before an open", read_menu(d, main_window, frame, "File", "alt+f"), [
+            ("Open...", True, False),
+            ("Save As...", False, False),
+            ("Print Preview", False, False),
+            ("Print", False, False),
+            ("Printer Setup...", True, False),
+            ("Exit", True, False),
+        ])
+        checks.equal("View menu before an open", read_menu(d, main_window, frame, "View", "alt+v"),
+                     [(name, False, False) for name in VIEW_ITEMS])
+
+        # 2. File > Open... from the keyboard; the dialog by its exact title.
+        open_menu(d, main_window, frame, "File", "alt+f")
+        d.press("o")
+        dialog = d.window("Open File")
+        check(d.xdotool("getwindowname", dialog) == "Open File", "open dialog title")
+        set_field(app, "mill_pocket_plate.nc")
+        d.key(dialog, "Return")
+        d.wait_gone("Open File")
+
+        # 3. Drawn: the toolbar is the last thing the open sets.
+        wait_for("the program to be drawn", lambda: toolbar_state(frame)["Step"] or
+                 set(d.window_names()) - {"Tarvo Backplot"})
+        checks.equal("windows after the open", d.window_names(), ["Tarvo Backplot"])
+        checks.equal("toolbar after the open", toolbar_state(frame), TOOLBAR_LOADED)
+        checks.expect(reads(comment, " Opening file " + sample), "comment label after the open: %r" % heard(comment))
+        checks.expect(reads(code, " mill_pocket_plate.nc"), "code label after the open: %r" % heard(code))
+
+        # 4. The menus for a loaded program, and the file at the head of the recent files.
+        checks.equal("File menu after the open", read_menu(d, main_window, frame, "File", "alt+f"), [
+            ("Open...", True, False),
+            ("Save As...", True, False),
+            ("Print Preview", True, False),
+            ("Print", True, False),
+            ("Printer Setup...", True, False),
+            ("Exit", True, False),
+            (sample, True, False),
+        ])
+        checks.equal("View menu after the open", read_menu(d, main_window, frame, "View", "alt+v"),
+                     [(name, True, False) for name in VIEW_ITEMS])
+        # Closing the menus gave the main window no Esc of its own: the toolbar is unchanged.
+        checks.equal("toolbar after reading the menus", toolbar_state(frame), TOOLBAR_LOADED)
+    checks.done()
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1]))
