@@ -472,6 +472,20 @@ def menu_items(popup):
             if child.getRole() == pyatspi.ROLE_MENU_ITEM and showing(child)]
 
 
+def key_binding(node):
+    """The keys a screen reader announces for a menu item: its shortcut, else Alt and the
+    letter its caption marks."""
+    action = node.queryAction()
+    return action.getKeyBinding(0) if action.nActions else ""
+
+
+def menu_keys(popup):
+    """(name, key binding) of the items a user sees in an open menu, in order."""
+    import pyatspi
+    return [(child.name, key_binding(child)) for child in children(popup)
+            if child.getRole() == pyatspi.ROLE_MENU_ITEM and showing(child)]
+
+
 def menu_item(frame, path):
     """The menu item at `path` (captions as a screen reader reads them, "File", "Open..."),
     whether its menu is open or not: its states can be read either way."""

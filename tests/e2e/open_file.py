@@ -6,7 +6,7 @@ the toolbar before and after, and the new recent-files entry."""
 import os
 import sys
 
-from desktop import (TOOL_TIPS, Checks, Desktop, check, close_menu, enabled_only, heard, menu_items,
+from desktop import (TOOL_TIPS, Checks, Desktop, check, close_menu, enabled_only, heard, menu_items, menu_keys,
                      open_menu, reads, set_field, status_labels, toolbar_state, top_window, wait_for)
 
 # What the View menu shows, in order, whatever is loaded; "Plot From" is never among them.
@@ -19,9 +19,19 @@ TOOLBAR_EMPTY = enabled_only("Exit", "Open", "Properties")
 TOOLBAR_LOADED = enabled_only(*[key for key in TOOL_TIPS if key not in ("Pause", "Stop")])
 
 
-def read_menu(d, window, frame, title, key):
+# The keys announced with each item: the shortcut, else Alt and the marked letter as the
+# caption has it ("Print Pre&view" gives Alt+v, "E&xit" Alt+x).
+FILE_KEYS = [("Open...", "Ctrl+O"), ("Save As...", "Alt+A"), ("Print Preview", "Alt+v"), ("Print", "Ctrl+P"),
+             ("Printer Setup...", "Alt+u"), ("Exit", "Alt+x")]
+VIEW_KEYS = list(zip(VIEW_ITEMS, ["Alt+C", "Alt+R", "Alt+A", "Alt+Z", "Alt+P", "Alt+S", "Alt+D", "Alt+M", "Alt+V"]))
+
+
+def read_menu(d, window, frame, title, key, keys=None):
+    """The open menu's items; with `keys`, its announced keys are checked against them."""
     popup = open_menu(d, window, frame, title, key)
     items = menu_items(popup)
+    if keys is not None:
+        keys[0].equal("keys of the %s menu" % title, menu_keys(popup)[:len(keys[1])], keys[1])
     close_menu(d, frame, popup)
     return items
 
@@ -40,7 +50,8 @@ def main(program):
         comment, code, xpos, ypos = status_labels(frame)
         checks.expect(reads(comment, "  Ready"), "comment label before an open: %r" % heard(comment))
         checks.equal("toolbar before an open", toolbar_state(frame), TOOLBAR_EMPTY)
-        checks.equal("File menu before an open", read_menu(d, main_window, frame, "File", "alt+f"), [
+        checks.equal("File menu before an open", read_menu(d, main_window, frame, "File", "alt+f",
+                                                           (checks, FILE_KEYS)), [
             ("Open...", True, False),
             ("Save As...", False, False),
             ("Print Preview", False, False),
@@ -48,7 +59,8 @@ def main(program):
             ("Printer Setup...", True, False),
             ("Exit", True, False),
         ])
-        checks.equal("View menu before an open", read_menu(d, main_window, frame, "View", "alt+v"),
+        checks.equal("View menu before an open", read_menu(d, main_window, frame, "View", "alt+v",
+                                                           (checks, VIEW_KEYS)),
                      [(name, False, False) for name in VIEW_ITEMS])
 
         # 2. File > Open... from the keyboard; the dialog by its exact title.
