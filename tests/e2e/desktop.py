@@ -7,16 +7,23 @@ settings, data and runtime folders are never touched: each Desktop has folders o
 The tests drive the window as a user does (xdotool keys and clicks) and read it as a
 screen reader does (pyatspi: names, roles, texts, enabled and checked states).
 Needs the system Python (/usr/bin/python3), where python3-pyatspi is installed.
+
+Besides the Desktop, this module holds the readers the tests share: what a screen reader
+hears from a node (`heard`), the open menu's items, the toolbar's buttons by tool tip, the
+status labels in their order, the companion CLI, and `Checks`, which collects the faults
+of a user path so that one run reports all of them.
 """
 
 import configparser
 import os
 import random
+import re
 import shutil
 import signal
 import subprocess
 import tempfile
 import time
+import unicodedata
 
 
 class TestFailure(Exception):
@@ -26,6 +33,28 @@ class TestFailure(Exception):
 def check(condition, message):
     if not condition:
         raise TestFailure(message)
+
+
+class Checks:
+    """The faults a user path finds, collected rather than raised at the first, so that a
+    wrong status text does not hide a wrong toolbar further on. Use `check` for what the
+    next step needs, `expect` for what the user reads; `done` fails with every fault."""
+
+    def __init__(self):
+        self.faults = []
+
+    def expect(self, condition, message):
+        if not condition:
+            self.faults.append(message)
+            print("FAULT: " + message, flush=True)
+        return condition
+
+    def equal(self, what, actual, expected):
+        return self.expect(actual == expected, "%s: expected %r, got %r" % (what, expected, actual))
+
+    def done(self):
+        if self.faults:
+            raise TestFailure("%d fault(s):\n  " % len(self.faults) + "\n  ".join(self.faults))
 
 
 def wait_for(what, probe, timeout=60.0, interval=0.05):
@@ -76,8 +105,11 @@ class Desktop:
             if os.path.exists("/tmp/.X%d-lock" % number) or os.path.exists("/tmp/.X11-unix/X%d" % number):
                 continue
             display = ":%d" % number
-            xvfb = subprocess.Popen(["Xvfb", display, "-screen", "0", size + "x24", "-nolisten", "tcp"],
-                                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+            # -noreset: by default the server starts over whenever its last client leaves,
+            # and refuses connections meanwhile; each xdotool call is such a client, so the
+            # program's own connection could meet a server in the middle of a reset.
+            xvfb = subprocess.Popen(["Xvfb", display, "-screen", "0", size + "x24", "-nolisten", "tcp",
+                                     "-noreset"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
             probe = dict(env, DISPLAY=display)
             deadline = time.monotonic() + 10
             while xvfb.poll() is None and time.monotonic() < deadline:
@@ -125,6 +157,13 @@ class Desktop:
         self.processes.append(self.app)
         return self.app
 
+    def wait_exit(self, timeout=60):
+        """The program's exit status once it has ended by itself."""
+        try:
+            return self.app.wait(timeout=timeout)
+        except subprocess.TimeoutExpired:
+            raise TestFailure("the program did not end within %d s" % timeout)
+
     # ---- the display, as a user sees it ----
 
     def xdotool(self, *args, timeout=20):
@@ -134,13 +173,24 @@ class Desktop:
     def window(self, title, timeout=60):
         """The visible top-level window whose title is exactly `title` (as the platform has it)."""
         pattern = "^" + "".join("\\" + c if c in ".^$*+?()[]{}|\\" else c for c in title) + "$"
-        found = wait_for("a window titled " + repr(title),
-                         lambda: self.xdotool("search", "--onlyvisible", "--name", pattern), timeout)
+        def probe():
+            self.check_running()
+            return self.xdotool("search", "--onlyvisible", "--name", pattern)
+        found = wait_for("a window titled " + repr(title), probe, timeout)
         return found.split()[0]
+
+    def check_running(self):
+        """Fails at once, with what the program wrote to stderr, when it has ended."""
+        if self.app is not None and self.app.poll() is not None:
+            errors = self.app.stderr.read().decode(errors="replace") if self.app.stderr else ""
+            raise TestFailure("the program ended with status %d: %s" % (self.app.returncode, errors.strip()))
 
     def window_names(self):
         ids = self.xdotool("search", "--onlyvisible", "--name", ".").split()
         return sorted(self.xdotool("getwindowname", i) for i in ids)
+
+    def wait_gone(self, title, timeout=60):
+        wait_for("the window " + repr(title) + " to close", lambda: title not in self.window_names(), timeout)
 
     # Keys go through the server's test extension to the focused window, as typed keys
     # do; events sent to a window directly reach Qt twice over (press, then again on the
@@ -153,20 +203,49 @@ class Desktop:
         self.xdotool("windowfocus", "--sync", window)
         self.xdotool("type", "--delay", "20", text)
 
+    # Without a window manager nobody gives the focus back to a window when a box over it
+    # closes: the test does, as a user's click would.
+    def focus(self, window):
+        self.xdotool("windowfocus", "--sync", window)
+
+    # Keys to whatever holds the keyboard now: an open menu or a message box over a dialog.
+    # Giving the focus to a window first would close a menu.
+    def press(self, *keys):
+        self.xdotool("key", "--clearmodifiers", *keys)
+
+    def move_pointer(self, x, y):
+        self.xdotool("mousemove", "--sync", str(x), str(y))
+
+    def click(self, x, y):
+        self.move_pointer(x, y)
+        self.xdotool("click", "1")
+
+    # The pointer waits in the screen's far corner, off every window, so that no mouse
+    # move over the canvas rewrites the status line behind a test's back.
+    def park_pointer(self):
+        width, height = self.xdotool("getdisplaygeometry").split()
+        self.move_pointer(int(width) - 1, int(height) - 1)
+
     def screenshot(self, path):
         subprocess.run(["import", "-window", "root", path], env=self.env, check=False)
 
     # ---- the accessibility tree, as a screen reader reads it ----
 
     def accessible_app(self, name="TKZBackplot", timeout=60):
+        """The program on the accessibility bus; after a restart, the new process, not the
+        one that has just ended."""
         import pyatspi
 
         def find():
             desktop = pyatspi.Registry.getDesktop(0)
             for i in range(desktop.childCount):
                 child = desktop.getChildAtIndex(i)
-                if child is not None and child.name == name:
-                    return child
+                try:
+                    if child is not None and child.name == name and (
+                            self.app is None or child.get_process_id() == self.app.pid):
+                        return child
+                except Exception:
+                    continue  # an application leaving the bus
             return None
         return wait_for("the program on the accessibility bus", find, timeout)
 
@@ -223,3 +302,234 @@ def find_all(accessible, predicate):
         except Exception:
             continue
     return found
+
+
+# ---- reading the tree as a screen reader does ----
+
+def has_state(node, state):
+    return node.getState().contains(state)
+
+
+def enabled(node):
+    import pyatspi
+    return has_state(node, pyatspi.STATE_ENABLED)
+
+
+def checked(node):
+    import pyatspi
+    return has_state(node, pyatspi.STATE_CHECKED)
+
+
+def showing(node):
+    import pyatspi
+    return has_state(node, pyatspi.STATE_SHOWING)
+
+
+def text_of(node):
+    """The node's text through its Text interface, None when it has none."""
+    try:
+        return node.queryText().getText(0, -1)
+    except NotImplementedError:
+        return None
+
+
+def heard(node):
+    """Everything a screen reader can say of a node: its name, its text and its description
+    (what it is when the name is the content). A status text must be one of them."""
+    found = [node.name, node.description]
+    text = text_of(node)
+    if text is not None:
+        found.append(text)
+    return found
+
+
+def reads(node, expected):
+    return expected in heard(node)
+
+
+def wait_reading(node, pattern, timeout=5.0):
+    """The match of `pattern` (a regular expression for the whole text) with what a screen
+    reader hears from the node, once one matches; None when none has after `timeout`."""
+    expression = re.compile(pattern)
+    try:
+        return wait_for("%r to read %s" % (node.name, pattern),
+                        lambda: next((m for m in map(expression.fullmatch, heard(node)) if m), None), timeout)
+    except TestFailure:
+        return None
+
+
+def find_one(root, predicate, what, timeout=60.0):
+    """The first node (depth first) for which predicate holds, once there is one."""
+    return wait_for(what, lambda: next(iter(find_all(root, predicate)), None), timeout)
+
+
+def role_named(root, role, name, what=None, timeout=60.0):
+    return find_one(root, lambda n: n.getRole() == role and n.name == name,
+                    what or "%s %r" % (role, name), timeout)
+
+
+def children(node):
+    return [child for child in (node.getChildAtIndex(i) for i in range(node.childCount)) if child is not None]
+
+
+def top_windows(app, role=None):
+    """The program's shown top-level windows (frames, dialogs, message boxes)."""
+    return [w for w in children(app) if showing(w) and (role is None or w.getRole() == role)]
+
+
+def top_window(app, title, timeout=60.0):
+    """The accessible node of the shown top-level window with this title."""
+    return wait_for("the window %r on the accessibility bus" % title,
+                    lambda: next((w for w in top_windows(app) if w.name == title), None), timeout)
+
+
+def press_button(node):
+    """Presses a button through the accessibility bus. Only for buttons that open no modal
+    window: the call would wait for that window to close."""
+    action = node.queryAction()
+    for i in range(action.nActions):
+        if action.getName(i) == "Press":
+            action.doAction(i)
+            return
+    raise TestFailure("%r has no Press action" % node.name)
+
+
+def extents(node):
+    """x, y, width, height on the screen."""
+    import pyatspi
+    box = node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
+    return box.x, box.y, box.width, box.height
+
+
+def toolbar_buttons(frame):
+    """The main window's toolbar buttons by tool tip (the one text every button has to itself)."""
+    import pyatspi
+    bar = find_one(frame, lambda n: n.getRole() == pyatspi.ROLE_TOOL_BAR, "the toolbar")
+    return {child.description: child for child in children(bar) if showing(child) and child.getRole() in (
+        pyatspi.ROLE_PUSH_BUTTON, pyatspi.ROLE_CHECK_BOX, pyatspi.ROLE_TOGGLE_BUTTON)}
+
+
+# The toolbar's buttons by key, with the tool tip that tells them apart.
+TOOL_TIPS = {
+    "Exit": "Exit Program", "Open": "Open File to Plot", "Clear": "Clear Screen", "Print": "Print",
+    "Preview": "Print Preview", "Pan": "Pan", "ZoomExtends": "Zoom Extends", "ZWindow": "Zoom Window",
+    "ZIn": "Zoom In", "ZOut": "Zoom Out", "Refresh": "Refresh Plot", "Step": "Single Block Step",
+    "Slow": "Slow Motion Block Step", "Pause": "Pause", "Stop": "Stop", "GCode": "Show GCode",
+    "Rapid": "Toggle Rapid Lines", "Axis": "Toggle Axis Lines", "Properties": "BackPlot Properties",
+    "ToolColors": "Toogle Tool Change Colors",
+}
+
+
+def toolbar_state(frame):
+    """Key -> enabled, for every button of the toolbar; a missing button fails."""
+    buttons = toolbar_buttons(frame)
+    missing = [key for key, tip in TOOL_TIPS.items() if tip not in buttons]
+    check(not missing, "toolbar buttons not found by tool tip: %s" % missing)
+    return {key: enabled(buttons[tip]) for key, tip in TOOL_TIPS.items()}
+
+
+def enabled_only(*keys):
+    """The toolbar state in which exactly `keys` are enabled."""
+    return {key: key in keys for key in TOOL_TIPS}
+
+
+def status_labels(frame):
+    """The labels of the main window's status lines in their order: comment, code, X, Y."""
+    import pyatspi
+    bar = find_one(frame, lambda n: n.getRole() == pyatspi.ROLE_STATUS_BAR, "the status bar")
+
+    def labels():
+        found = find_all(bar, lambda n: n.getRole() == pyatspi.ROLE_LABEL)
+        return found if len(found) == 4 else None
+    return wait_for("the four status labels", labels)
+
+
+def top_menu(frame, title):
+    import pyatspi
+    bar = find_one(frame, lambda n: n.getRole() == pyatspi.ROLE_MENU_BAR, "the menu bar")
+    return find_one(bar, lambda n: n.getRole() == pyatspi.ROLE_MENU_ITEM and n.name == title and
+                    n.parent.getRole() == pyatspi.ROLE_MENU_BAR, "the menu %r" % title)
+
+
+def menu_popup(item):
+    import pyatspi
+    return next((child for child in children(item) if child.getRole() == pyatspi.ROLE_POPUP_MENU), None)
+
+
+def shown_popup(item, what, timeout=60.0):
+    """The menu of a menu item, once it is shown."""
+    def probe():
+        popup = menu_popup(item)
+        return popup if popup is not None and showing(popup) else None
+    return wait_for(what, probe, timeout)
+
+
+def menu_items(popup):
+    """The items a user sees in an open menu, in order: (name, enabled, checked). Separators
+    and hidden items are left out, as a screen reader leaves them out."""
+    import pyatspi
+    return [(child.name, enabled(child), checked(child)) for child in children(popup)
+            if child.getRole() == pyatspi.ROLE_MENU_ITEM and showing(child)]
+
+
+def key_binding(node):
+    """The keys a screen reader announces for a menu item: its shortcut, else Alt and the
+    letter its caption marks."""
+    action = node.queryAction()
+    return action.getKeyBinding(0) if action.nActions else ""
+
+
+def menu_keys(popup):
+    """(name, key binding) of the items a user sees in an open menu, in order."""
+    import pyatspi
+    return [(child.name, key_binding(child)) for child in children(popup)
+            if child.getRole() == pyatspi.ROLE_MENU_ITEM and showing(child)]
+
+
+def menu_item(frame, path):
+    """The menu item at `path` (captions as a screen reader reads them, "File", "Open..."),
+    whether its menu is open or not: its states can be read either way."""
+    import pyatspi
+    node = top_menu(frame, path[0])
+    for name in path[1:]:
+        node = next((child for child in children(menu_popup(node))
+                     if child.getRole() == pyatspi.ROLE_MENU_ITEM and child.name == name), None)
+        check(node is not None, "no menu item %r" % " > ".join(path))
+    return node
+
+
+def open_menu(desktop, window, frame, title, key):
+    """Opens a menu of the menu bar with its Alt key and returns its popup once shown."""
+    desktop.key(window, key)
+    return shown_popup(top_menu(frame, title), "the %s menu to open" % title)
+
+
+def close_menu(desktop, frame, popup):
+    """Closes the open menus with Esc and leaves the menu bar, so that no further Esc
+    reaches the main window (where it is a command of its own)."""
+    import pyatspi
+    desktop.press("Escape")
+    wait_for("the menu to close", lambda: not showing(popup))
+    bar = find_one(frame, lambda n: n.getRole() == pyatspi.ROLE_MENU_BAR, "the menu bar")
+    if has_state(bar, pyatspi.STATE_FOCUSED):
+        desktop.press("Escape")
+        wait_for("the menu bar to let the keyboard go", lambda: not has_state(bar, pyatspi.STATE_FOCUSED))
+
+
+def meaningful(name):
+    """A name that says something: not empty, not only blanks and punctuation."""
+    return any(unicodedata.category(c)[0] in "LN" for c in name or "")
+
+
+# ---- the companion CLI ----
+
+def cli_program(program):
+    """backplot-cli of the same build as the window program (build/app/backplot)."""
+    return os.path.join(os.path.dirname(os.path.dirname(os.path.abspath(program))), "cli", "backplot-cli")
+
+
+def cli(program, *args):
+    result = subprocess.run([cli_program(program), *args], capture_output=True, text=True, timeout=120)
+    check(result.returncode == 0, "backplot-cli %s failed (%d): %s" % (" ".join(args), result.returncode,
+                                                                       result.stderr))
+    return result.stdout

@@ -1,0 +1,92 @@
+"""Single block step with the S key, read as a screen reader reads it: the code label, the
+step listing (the trimmed blocks of the records stepped so far, one per line), "Step
+Details" given back by the second S, the check mark of "Single Block Step", the toolbar in
+its stepping state; then View > Step Details, whose report must read line for line as
+`backplot-cli details` gives it for the same record, closed with its OK button."""
+
+import json
+import os
+import sys
+
+from desktop import (Checks, Desktop, check, checked, cli, enabled, enabled_only, find_one, heard, menu_item,
+                     menu_items, open_menu, press_button, reads, role_named, set_field, showing, status_labels,
+                     text_of, toolbar_state, top_window, wait_for)
+
+STEPS = 3
+
+# Stepping: Stop ends it; the view buttons keep the state they had; the rest waits.
+TOOLBAR_STEPPING = enabled_only("Stop", "Pan", "ZoomExtends", "ZWindow", "ZIn", "ZOut", "Refresh", "GCode")
+
+
+def main(program):
+    import pyatspi
+
+    sample = os.path.join(os.path.dirname(os.path.abspath(program)), "mill_pocket_plate.nc")
+    records = [json.loads(line) for line in cli(program, "records", sample, "--json").splitlines()]
+    check(len(records) > STEPS, "the sample has more than %d records" % STEPS)
+    blocks = [r["BlockText"].strip() for r in records[:STEPS]]
+    report = cli(program, "details", sample, "--record", str(STEPS)).split("\n")
+    check(report[-1] == "", "the report ends with a line break")
+    report.pop()
+
+    checks = Checks()
+    with Desktop() as d:
+        d.start(program)
+        main_window = d.window("Tarvo Backplot")
+        d.park_pointer()
+        app = d.accessible_app()
+        frame = top_window(app, "Tarvo Backplot")
+
+        d.key(main_window, "ctrl+o")
+        dialog = d.window("Open File")
+        set_field(app, "mill_pocket_plate.nc")
+        d.key(dialog, "Return")
+        d.wait_gone("Open File")
+        wait_for("the program to be drawn", lambda: toolbar_state(frame)["Step"])
+
+        listing = role_named(frame, pyatspi.ROLE_TEXT, "Stepped blocks", "the step listing")
+        code = status_labels(frame)[1]
+        step_item = menu_item(frame, ["View", "Single Block Step"])
+        details_item = menu_item(frame, ["View", "Step Details"])
+        checks.expect(not showing(listing), "the step listing is hidden before the first step")
+
+        # 1. Three steps; each adds its block to the listing.
+        for n in range(1, STEPS + 1):
+            d.key(main_window, "s")
+            wait_for("step %d in the listing" % n,
+                     lambda: text_of(listing) is not None and len(text_of(listing).split("\n")) == n and
+                     text_of(listing).split("\n")[-1] != "")
+            checks.expect(reads(code, "  Press Esc key to end single step."),
+                          "code label after step %d: %r" % (n, heard(code)))
+            # The first S takes Step Details away (the step itself does), the next S gives it back.
+            checks.equal("Step Details enabled after step %d" % n, enabled(details_item), n > 1)
+        checks.equal("the step listing", text_of(listing).split("\n"), blocks)
+        checks.expect(showing(listing), "the step listing is shown")
+        checks.expect(checked(step_item), "Single Block Step is checked while stepping")
+        checks.equal("toolbar while stepping", toolbar_state(frame), TOOLBAR_STEPPING)
+
+        # 2. View > Step Details, a modeless window titled "Details".
+        popup = open_menu(d, main_window, frame, "View", "alt+v")
+        shown = dict((name, (on, ticked)) for name, on, ticked in menu_items(popup))
+        checks.equal("Step Details in the open View menu", shown.get("Step Details"), (True, False))
+        d.press("d")
+        d.window("Details")
+        details = top_window(app, "Details")
+        text = find_one(details, lambda n: n.getRole() == pyatspi.ROLE_TEXT, "the report text")
+        checks.equal("the report's accessible name", text.name, "Step details report")
+        lines = text_of(text).split("\n")
+        checks.equal("report line count", len(lines), len(report))
+        for number, (shown_line, expected) in enumerate(zip(lines, report), start=1):
+            checks.equal("report line %d" % number, shown_line, expected)
+
+        # 3. OK closes it; stepping goes on where it was.
+        press_button(role_named(details, pyatspi.ROLE_PUSH_BUTTON, "OK", "the OK button"))
+        d.wait_gone("Details")
+        checks.equal("toolbar after the report closed", toolbar_state(frame), TOOLBAR_STEPPING)
+        checks.equal("the step listing after the report closed", text_of(listing).split("\n"), blocks)
+    checks.done()
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1]))
