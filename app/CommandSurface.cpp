@@ -235,6 +235,9 @@ void CommandSurface::createToolBar()
         action->setObjectName(key);
         action->setToolTip(QString::fromLatin1(entry.toolTip));
         cToolbar1->addAction(action);
+        // Announced by its tool tip: two buttons share the caption "Pause".
+        if (QWidget* button = cToolbar1->widgetForAction(action))
+            button->setAccessibleName(action->toolTip());
         buttons_.insert(key, action);
     }
     // The three toggles show their setting as a pressed button; the command, not the

@@ -9,11 +9,13 @@ namespace backplot {
 
 namespace {
 
-QLabel* StatusLabel(const char* name, const QString& accessibleName, QWidget* parent)
+QLabel* StatusLabel(const char* name, const QString& role, QWidget* parent)
 {
     auto* label = new QLabel(parent);
     label->setObjectName(QString::fromLatin1(name));
-    label->setAccessibleName(accessibleName);
+    // A screen reader reads the label's text as its name; what the label is for goes in
+    // the description, so the text is never hidden behind a fixed name.
+    label->setAccessibleDescription(role);
     label->setFrameStyle(QFrame::Panel | QFrame::Sunken);
     label->setTextFormat(Qt::PlainText);
     label->setTextInteractionFlags(Qt::NoTextInteraction);

@@ -227,8 +227,13 @@ void frmProperties::ConnectChangeTracking()
 
     connect(txtExt_, &QLineEdit::textChanged, this, marks(1));
     connect(TKZBrowser1_, &TKZBrowser::Changed, this, marks(1));
+    // Toggled, not clicked: a screen reader or the keyboard toggles the option without a
+    // click. Loading the values is quiet (MarkPending), so only the user's choice marks.
     for (QRadioButton* option : chkOpen_)
-        connect(option, &QRadioButton::clicked, this, marks(1));
+        connect(option, &QRadioButton::toggled, this, [this](bool on) {
+            if (on)
+                MarkPending(1);
+        });
 
     for (int i = 0; i < 2; ++i)
         connect(picLineStyle_[static_cast<std::size_t>(i)], &QToolButton::clicked, this,
@@ -239,7 +244,10 @@ void frmProperties::ConnectChangeTracking()
 
     connect(clrBack_, &TKZColorSelector::Changed, this, &frmProperties::clrBack_Change);
 
-    connect(chkToolColor_, &QCheckBox::clicked, this, &frmProperties::chkToolColor_Click);
+    connect(chkToolColor_, &QCheckBox::toggled, this, [this](bool checked) {
+        if (!quiet_)
+            chkToolColor_Click(checked);
+    });
     for (int i = 0; i < ToolRows; ++i) {
         connect(txtToolChangeNumber_[static_cast<std::size_t>(i)], &QLineEdit::textChanged, this, marks(5));
         connect(clrToolChange_[static_cast<std::size_t>(i)], &TKZColorSelector::Changed, this, marks(5));
