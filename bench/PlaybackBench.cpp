@@ -5,18 +5,13 @@
 // slow time and which must let the keys in between every two records.
 
 #include "BenchSupport.h"
-#include "ProgramGenerator.h"
 
 #include "DetailsReport.h"
 #include "ImageSurface.h"
 #include "PartialPlots.h"
-#include "Plotter.h"
-#include "RecordFile.h"
-#include "Settings.h"
 #include "SlowMotion.h"
 #include "Stepper.h"
 
-#include <benchmark/benchmark.h>
 #include <chrono>
 
 namespace backplot::bench {
@@ -28,17 +23,10 @@ void BM_DetailsReport(benchmark::State& state)
     EntityRecord arc;
     arc.MoveType = 2;
     arc.SetBlockText("N1234 G02 X12.3456 Y-7.891 Z-1.25 I-3.5 J4.25 F250.");
-    arc.StartX = 1.5f;
-    arc.StartY = -2.25f;
-    arc.StartZ = -1.25f;
-    arc.EndX = 12.3456f;
-    arc.EndY = 7.891f;
-    arc.EndZ = -1.25f;
-    arc.CenterX = -2;
-    arc.CenterY = -6.5f;
-    arc.Radius = 5.5901699f;
-    arc.StartAngle = 233.130102f;
-    arc.EndAngle = 17.25f;
+    arc.StartX = 1.5f, arc.StartY = -2.25f, arc.StartZ = -1.25f;
+    arc.EndX = 12.3456f, arc.EndY = 7.891f, arc.EndZ = -1.25f;
+    arc.CenterX = -2, arc.CenterY = -6.5f, arc.Radius = 5.5901699f;
+    arc.StartAngle = 233.130102f, arc.EndAngle = 17.25f;
     arc.ToolNum = 12;
     std::size_t lines = 0;
     for (auto _ : state) {
@@ -47,7 +35,7 @@ void BM_DetailsReport(benchmark::State& state)
         benchmark::DoNotOptimize(report.data());
     }
     if (lines != 21)
-        return state.SkipWithError(("the arc report has " + std::to_string(lines) + " lines, not 21").c_str());
+        return Skip(state, "the arc report has ", lines, " lines, not 21");
     state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(BM_DetailsReport)->Unit(benchmark::kMicrosecond);
@@ -57,31 +45,19 @@ BENCHMARK(BM_DetailsReport)->Unit(benchmark::kMicrosecond);
 void BM_PlotToolToTool(benchmark::State& state)
 {
     BenchTranslator bench;
-    const ProgramGenerator generator;
-    bench.Translate(generator.WriteTo(bench.Folder.Path(), "generated.nc"));
-    if (bench.Dialogs.Messages != 0)
-        return state.SkipWithError(("translation reported: " + bench.Dialogs.FirstMessage).c_str());
-
+    if (!bench.TranslateGenerated(ProgramGenerator(), state))
+        return;
     // The tool changes as the pass counts them, counted here from the records themselves.
     std::int16_t changes = 0;
-    {
-        RecordFileReader reader;
-        reader.Open(bench.T.RecordFilePath());
-        EntityRecord record;
-        std::int32_t tool = 0;
-        for (std::int32_t n = 1; n <= reader.RecordTotal(); ++n) {
-            reader.Read(n, record);
-            changes = static_cast<std::int16_t>(changes + (record.ToolNum != tool));
-            tool = record.ToolNum;
-        }
-    }
+    std::int32_t tool = 0;
+    bench.ForEachRecord([&](const EntityRecord& record) {
+        changes = static_cast<std::int16_t>(changes + (record.ToolNum != tool));
+        tool = record.ToolNum;
+    });
 
-    const Settings settings;
-    Translator& t = bench.T;
-    Plotter plotter(settings, t.ToolColors(), t.State(), bench.Playback, t.Record(), bench.Dialogs, bench.Events,
-                    [&t] { return t.RecordFilePath(); });
-    PartialPlots plots(plotter, t, bench.Playback, settings, bench.Dialogs, bench.Events);
-    ImageSurface picture(1920, 1080);
+    Plotter& plotter = bench.Plot;
+    PartialPlots plots(plotter, bench.T, bench.Playback, bench.Options, bench.Dialogs, bench.Events);
+    ImageSurface picture(PictureWidth, PictureHeight);
     plotter.ExtentsWithMargin(picture);
     const auto last = static_cast<std::int16_t>(changes + 1);
     bench.Dialogs.Reset();
@@ -92,11 +68,9 @@ void BM_PlotToolToTool(benchmark::State& state)
     const std::int64_t drawn = DrawnPixels(picture.Image());
     if (plotter.ToolChangesSeen != changes || bench.Dialogs.Messages != state.iterations() ||
         bench.Dialogs.FirstMessage != expected || drawn == 0)
-        return state.SkipWithError(("expected " + std::to_string(changes) + " tool changes and \"" + expected +
-                                    "\" once a pass; the pass counted " + std::to_string(plotter.ToolChangesSeen) +
-                                    " and said \"" + bench.Dialogs.FirstMessage + "\" " +
-                                    std::to_string(bench.Dialogs.Messages) + " times")
-                                       .c_str());
+        return Skip(state, "expected ", changes, " tool changes and \"", expected, "\" once a pass; the pass counted ",
+                    plotter.ToolChangesSeen, " and said \"", bench.Dialogs.FirstMessage, "\" ",
+                    bench.Dialogs.Messages, " times");
     state.SetItemsProcessed(state.iterations() * plotter.RecordTotal);
     state.counters["records"] = plotter.RecordTotal;
     state.counters["tool_changes"] = changes;
@@ -109,16 +83,13 @@ BENCHMARK(BM_PlotToolToTool)->Unit(benchmark::kMillisecond)->UseRealTime();
 void BM_ElementStep(benchmark::State& state)
 {
     BenchTranslator bench;
-    const ProgramGenerator generator;
-    bench.Translate(generator.WriteTo(bench.Folder.Path(), "generated.nc"));
-    const Settings settings;
-    Translator& t = bench.T;
-    Plotter plotter(settings, t.ToolColors(), t.State(), bench.Playback, t.Record(), bench.Dialogs, bench.Events,
-                    [&t] { return t.RecordFilePath(); });
-    ImageSurface picture(1920, 1080);
+    if (!bench.TranslateGenerated(ProgramGenerator(), state))
+        return;
+    Plotter& plotter = bench.Plot;
+    ImageSurface picture(PictureWidth, PictureHeight);
     plotter.ExtentsWithMargin(picture);
     PlaybackHost host;
-    Stepper stepper(plotter, picture, t, bench.Playback, bench.Dialogs, host);
+    Stepper stepper(plotter, picture, bench.T, bench.Playback, bench.Dialogs, host);
     stepper.Step();
     plotter.PlotLast = 20000;
     for (auto _ : state) {
@@ -151,17 +122,16 @@ void BM_SlowMotionReplay(benchmark::State& state)
     BenchTranslator bench;
     std::string program;
     for (int i = 0; i < 100; ++i)
-        program += i % 2 ? "G1 X" + std::to_string(i) + ". Y0.\n" : "G1 X" + std::to_string(i) + ". Y5.\n";
+        program += "G1 X" + std::to_string(i) + (i % 2 ? ". Y0.\n" : ". Y5.\n");
     bench.Translate(bench.Folder.Write("slow.nc", program));
-    Settings settings;
-    settings.SlowTime = 0.05f;
+    bench.Options.SlowTime = 0.05f;
     Translator& t = bench.T;
-    Plotter plotter(settings, t.ToolColors(), t.State(), bench.Playback, t.Record(), bench.Dialogs, events,
+    Plotter plotter(bench.Options, t.ToolColors(), t.State(), bench.Playback, t.Record(), bench.Dialogs, events,
                     [&t] { return t.RecordFilePath(); });
-    ImageSurface picture(1920, 1080);
+    ImageSurface picture(PictureWidth, PictureHeight);
     plotter.ExtentsWithMargin(picture);
     PlaybackHost host;
-    SlowMotion slow(plotter, picture, settings, bench.Playback, host);
+    SlowMotion slow(plotter, picture, bench.Options, bench.Playback, host);
     double replay = 0;
     for (auto _ : state) {
         bench.Playback.SlowMode = true;

@@ -4,23 +4,16 @@
 // 40 ms, an open under 150 ms, so that zooming feels immediate and opening barely waits.
 
 #include "BenchSupport.h"
-#include "ProgramGenerator.h"
 
 #include "CanvasWidget.h"
 #include "ImageSurface.h"
-#include "Plotter.h"
-#include "Settings.h"
 #include "frmBackplot.h"
 
 #include <QApplication>
 #include <QLabel>
-#include <benchmark/benchmark.h>
 
 namespace backplot::bench {
 namespace {
-
-constexpr int PictureWidth = 1920;
-constexpr int PictureHeight = 1080;
 
 // The extents pass, the open command's margin and the plot pass over a record file
 // translated once beforehand.
@@ -28,14 +21,9 @@ void BM_PlotPass(benchmark::State& state)
 {
     BenchTranslator bench;
     const ProgramGenerator generator;
-    bench.Translate(generator.WriteTo(bench.Folder.Path(), "generated.nc"));
-    if (bench.Dialogs.Messages != 0)
-        return state.SkipWithError(("translation reported: " + bench.Dialogs.FirstMessage).c_str());
-
-    const Settings settings;
-    Translator& t = bench.T;
-    Plotter plotter(settings, t.ToolColors(), t.State(), bench.Playback, t.Record(), bench.Dialogs, bench.Events,
-                    [&t] { return t.RecordFilePath(); });
+    if (!bench.TranslateGenerated(generator, state))
+        return;
+    Plotter& plotter = bench.Plot;
     ImageSurface picture(PictureWidth, PictureHeight);
     for (auto _ : state) {
         plotter.ExtentsWithMargin(picture);
@@ -45,11 +33,8 @@ void BM_PlotPass(benchmark::State& state)
     const int expected = generator.Result().Records;
     const std::int64_t drawn = DrawnPixels(picture.Image());
     if (plotter.RecordTotal != expected || plotter.PlotIndex != expected || drawn == 0 || bench.Dialogs.Messages != 0)
-        return state.SkipWithError(("expected " + std::to_string(expected) + " records drawn; the pass saw " +
-                                    std::to_string(plotter.RecordTotal) + ", stopped at " +
-                                    std::to_string(plotter.PlotIndex) + ", drew " + std::to_string(drawn) +
-                                    " pixels, met " + std::to_string(bench.Dialogs.Messages) + " errors")
-                                       .c_str());
+        return Skip(state, "expected ", expected, " records drawn; the pass saw ", plotter.RecordTotal, ", stopped at ",
+                    plotter.PlotIndex, ", drew ", drawn, " pixels, met ", bench.Dialogs.Messages, " errors");
     state.SetItemsProcessed(state.iterations() * expected);
     state.counters["records"] = expected;
     state.counters["drawn_pixels"] = static_cast<double>(drawn);
@@ -85,7 +70,7 @@ void BM_OpenToPicture(benchmark::State& state)
     const int expected = generator.Result().Records;
     const std::int64_t drawn = DrawnPixels(window.canvas().Picture());
     if (dialogs.Messages != 0)
-        return state.SkipWithError(("the open reported: " + dialogs.FirstMessage).c_str());
+        return Skip(state, "the open reported: ", dialogs.FirstMessage);
     if (window.plotter().RecordTotal != expected || window.lblCode()->text() != QStringLiteral(" generated.nc") ||
         drawn == 0)
         return state.SkipWithError("the open did not draw the whole program");

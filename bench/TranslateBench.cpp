@@ -3,11 +3,6 @@
 // is part of the cost. The translator should manage at least a million lines a second.
 
 #include "BenchSupport.h"
-#include "ProgramGenerator.h"
-
-#include "RecordFile.h"
-
-#include <benchmark/benchmark.h>
 
 #include <cmath>
 #include <filesystem>
@@ -29,13 +24,12 @@ std::string Mismatch(BenchTranslator& bench, const ProgramGenerator::Summary& ex
                " records, " + std::to_string(expected.ToolChanges) + " tool changes; got " +
                std::to_string(s.LineCount) + ", " + std::to_string(s.RecordCount) + ", " +
                std::to_string(s.ToolChangeCount);
-    RecordFileReader reader;
-    reader.Open(bench.T.RecordFilePath());
+    int records = 0;
     EntityRecord last;
-    reader.Read(s.RecordCount, last);
+    bench.ForEachRecord([&](const EntityRecord& record) { ++records, last = record; });
     const auto near = [](double a, double b) { return std::fabs(a - b) <= 1e-3 * (1 + std::fabs(b)); };
-    if (reader.RecordTotal() != expected.Records || !near(last.EndX, expected.EndX) ||
-        !near(-last.EndY, expected.EndY) || !near(last.EndZ, expected.EndZ))
+    if (records != expected.Records || !near(last.EndX, expected.EndX) || !near(-last.EndY, expected.EndY) ||
+        !near(last.EndZ, expected.EndZ))
         return "the record file does not end where the program ends";
     return {};
 }

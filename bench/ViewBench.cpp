@@ -3,22 +3,15 @@
 // hairs on, which never redraws the picture, must take under 1 ms.
 
 #include "BenchSupport.h"
-#include "ProgramGenerator.h"
 
 #include "CanvasWidget.h"
 #include "ImageSurface.h"
-#include "Plotter.h"
-#include "Settings.h"
 #include "ViewCommands.h"
 
 #include <QApplication>
-#include <benchmark/benchmark.h>
 
 namespace backplot::bench {
 namespace {
-
-constexpr int PictureWidth = 1920;
-constexpr int PictureHeight = 1080;
 
 // SaveView, ZoomIn, SetCoords and the full plot pass, alternating with a zoom out so the
 // view stays the same size from one pair to the next.
@@ -26,21 +19,19 @@ void BM_ZoomStep(benchmark::State& state)
 {
     BenchTranslator bench;
     const ProgramGenerator generator;
-    bench.Translate(generator.WriteTo(bench.Folder.Path(), "generated.nc"));
-    Settings settings;
-    Translator& t = bench.T;
-    Plotter plotter(settings, t.ToolColors(), t.State(), bench.Playback, t.Record(), bench.Dialogs, bench.Events,
-                    [&t] { return t.RecordFilePath(); });
+    if (!bench.TranslateGenerated(generator, state))
+        return;
     ImageSurface picture(PictureWidth, PictureHeight);
     ViewHost host;
-    ViewCommands view(plotter, picture, settings, bench.Playback, bench.Dialogs, host);
-    plotter.ExtentsWithMargin(picture);
+    ViewCommands view(bench.Plot, picture, bench.Options, bench.Playback, bench.Dialogs, host);
+    bench.Plot.ExtentsWithMargin(picture);
     bool in = true;
     for (auto _ : state) {
         in ? view.ZoomIn() : view.ZoomOut();
         in = !in;
     }
-    if (bench.Dialogs.Messages != 0 || plotter.PlotIndex != generator.Result().Records || DrawnPixels(picture.Image()) == 0)
+    if (bench.Dialogs.Messages != 0 || bench.Plot.PlotIndex != generator.Result().Records ||
+        DrawnPixels(picture.Image()) == 0)
         return state.SkipWithError("the zoom did not draw the whole program");
     state.counters["records"] = generator.Result().Records;
 }
@@ -51,11 +42,7 @@ BENCHMARK(BM_ZoomStep)->Unit(benchmark::kMillisecond)->UseRealTime();
 void BM_CrossHairMouseMove(benchmark::State& state)
 {
     BenchTranslator bench;
-    Settings settings;
-    settings.CrossHairs = true;
-    Translator& t = bench.T;
-    Plotter plotter(settings, t.ToolColors(), t.State(), bench.Playback, t.Record(), bench.Dialogs, bench.Events,
-                    [&t] { return t.RecordFilePath(); });
+    bench.Options.CrossHairs = true;
     CanvasWidget canvas;
     canvas.resize(PictureWidth, PictureHeight);
     canvas.Surface().SetScale(0, 0, 192, 108);
@@ -64,9 +51,8 @@ void BM_CrossHairMouseMove(benchmark::State& state)
         explicit Host(CanvasWidget& c) : canvas(c) {}
         void ShowCrossHairs(float x, float y) override { canvas.ShowCrossHairs(x, y); }
     } host(canvas);
-    ViewCommands view(plotter, canvas.Surface(), settings, bench.Playback, bench.Dialogs, host);
-    int i = 0;
-    for (auto _ : state) {
+    ViewCommands view(bench.Plot, canvas.Surface(), bench.Options, bench.Playback, bench.Dialogs, host);
+    for (int i = 0; auto _ : state) {
         view.MouseMove(false, static_cast<float>(i % 190), static_cast<float>(i % 100));
         ++i;
     }

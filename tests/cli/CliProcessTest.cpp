@@ -11,27 +11,6 @@
 namespace backplot {
 namespace {
 
-// backplot-cli writing into a pipe that nobody reads, with its temporary folder in
-// `tmp`; returns the child and the reading end.
-pid_t StartBlocked(const std::string& program, const std::filesystem::path& tmp, int& readEnd)
-{
-    int fds[2];
-    if (::pipe(fds) != 0)
-        return -1;
-    const pid_t child = ::fork();
-    if (child == 0) {
-        ::dup2(fds[1], 1);
-        ::close(fds[0]);
-        ::close(fds[1]);
-        ::setenv("TMPDIR", tmp.c_str(), 1);
-        ::execl(BACKPLOT_CLI, BACKPLOT_CLI, "records", program.c_str(), "--json", static_cast<char*>(nullptr));
-        ::_exit(127);
-    }
-    ::close(fds[1]);
-    readEnd = fds[0];
-    return child;
-}
-
 TEST(CliProcess, SignalsEndTheRunWithoutLeavingTheScratchFolder)
 {
     test::ScratchDir work;
@@ -44,18 +23,29 @@ TEST(CliProcess, SignalsEndTheRunWithoutLeavingTheScratchFolder)
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
         SCOPED_TRACE(signal);
         std::filesystem::create_directory(tmp);
-        int readEnd = -1;
-        const pid_t child = StartBlocked(path, tmp, readEnd);
+        // backplot-cli writing into a pipe that nobody reads, with its temporary folder in tmp.
+        int fds[2];
+        ASSERT_EQ(::pipe(fds), 0);
+        const pid_t child = ::fork();
+        if (child == 0) {
+            ::dup2(fds[1], 1);
+            ::close(fds[0]);
+            ::close(fds[1]);
+            ::setenv("TMPDIR", tmp.c_str(), 1);
+            ::execl(BACKPLOT_CLI, BACKPLOT_CLI, "records", path.c_str(), "--json", static_cast<char*>(nullptr));
+            ::_exit(127);
+        }
+        ::close(fds[1]);
         ASSERT_GT(child, 0);
         // The first bytes mean translation is over and the listing fills the pipe, so
         // the scratch folder is there and the tool is blocked on its output.
         char first[16];
-        ASSERT_EQ(::read(readEnd, first, sizeof first), static_cast<ssize_t>(sizeof first));
+        ASSERT_EQ(::read(fds[0], first, sizeof first), static_cast<ssize_t>(sizeof first));
         EXPECT_FALSE(std::filesystem::is_empty(tmp));
         ::kill(child, signal);
         int status = 0;
         ASSERT_EQ(::waitpid(child, &status, 0), child);
-        ::close(readEnd);
+        ::close(fds[0]);
         EXPECT_TRUE(WIFSIGNALED(status));
         EXPECT_EQ(WTERMSIG(status), signal);
         EXPECT_TRUE(std::filesystem::is_empty(tmp));

@@ -3,6 +3,7 @@
 // A plotter on a record file of its own, with a recording canvas: the rig of the drawing
 // tests.
 
+#include "../app/ScriptedDialogs.h"
 #include "Plotter.h"
 #include "RecordFile.h"
 #include "RecordingSurface.h"
@@ -11,7 +12,6 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,41 +19,32 @@ namespace backplot::test {
 
 using Kind = RecordingSurface::Kind;
 
-// Messages are a test failure unless a test expects them (then it reads `messages`).
-struct QuietDialogs : UserDialogs {
-    std::vector<MousePointer> pointers;
-    std::vector<std::string> messages;
-    bool expectMessages = false;
-    MsgAnswer Message(const std::string& text, const std::string& title, MsgIcon, MsgButtons) override
-    {
-        if (!expectMessages)
-            ADD_FAILURE() << "unexpected message: " << text;
-        messages.push_back(title + ": " + text);
-        return MsgAnswer::Ok;
-    }
-    std::optional<std::string> OpenFileName(const std::string&, const std::string&, const std::string&,
-                                            const std::string&) override
-    {
-        return std::nullopt;
-    }
-    void SetPointer(MousePointer pointer) override { pointers.push_back(pointer); }
-};
-
 struct CountingEvents : EventPump {
     int calls = 0;
     std::function<void(int call)> onCall;
     void ProcessEvents() override { onCall ? onCall(++calls) : void(++calls); }
 };
 
-inline EntityRecord Cut(float x1, float y1, float x2, float y2, std::int32_t tool = 0)
+inline EntityRecord Move(std::int16_t type, float x1, float y1, float x2, float y2, std::int32_t tool = 0)
 {
     EntityRecord r;
-    r.MoveType = 1;
-    r.StartX = x1;
-    r.StartY = y1;
-    r.EndX = x2;
-    r.EndY = y2;
+    r.MoveType = type;
+    r.StartX = x1, r.StartY = y1, r.EndX = x2, r.EndY = y2;
     r.ToolNum = tool;
+    return r;
+}
+
+inline EntityRecord Cut(float x1, float y1, float x2, float y2, std::int32_t tool = 0)
+{
+    return Move(1, x1, y1, x2, y2, tool);
+}
+
+// Angles in degrees, as stored.
+inline EntityRecord Arc(std::int16_t type, float cx, float cy, float radius, float startDeg, float endDeg)
+{
+    EntityRecord r;
+    r.MoveType = type;
+    r.CenterX = cx, r.CenterY = cy, r.Radius = radius, r.StartAngle = startDeg, r.EndAngle = endDeg;
     return r;
 }
 
@@ -66,7 +57,8 @@ inline std::vector<EntityRecord> NumberedCuts(int count)
     return records;
 }
 
-// A plotter on a record file of its own and a 400 x 200 recording canvas.
+// A plotter on a record file of its own and a 400 x 200 recording canvas. A message box
+// fails the test unless it sets expectMessages.
 struct Rig {
     ScratchDir dir;
     std::string path = dir.Folder() + "TKZGraph.Dll";
@@ -75,10 +67,13 @@ struct Rig {
     TranslationState translation;
     PlaybackState playback;
     EntityRecord record;
-    QuietDialogs dialogs;
+    ScriptedDialogs dialogs;
+    bool expectMessages = false;
     CountingEvents events;
     Plotter plotter{settings, toolColors, translation, playback, record, dialogs, events, [this] { return path; }};
     RecordingSurface canvas{400, 200};
+
+    ~Rig() { EXPECT_TRUE(expectMessages || dialogs.Messages.empty()) << dialogs.Messages.front().Text; }
 
     // Writes the records and runs the extents pass, forgetting what it drew.
     void Load(const std::vector<EntityRecord>& records)
@@ -91,7 +86,7 @@ struct Rig {
         }
         plotter.ComputeExtents(canvas);
         canvas.ForgetPrimitives();
-        dialogs.pointers.clear();
+        dialogs.Pointers.clear();
     }
     // Start X of every straight cut drawn (its first half-line), in drawing order.
     std::vector<double> CutsDrawn() const

@@ -42,13 +42,13 @@ TEST(Driver, NormaliseFileKeepsPrintableCharactersAndEndsLinesWithCrLf)
         Harness h;
         EXPECT_TRUE(h.T.NormaliseFile(h.Dir.Write("in.nc", row.in), "out.tmp")) << row.name;
         EXPECT_EQ(ReadAll(h.Dir.Path() / "out.tmp"), row.out) << row.name;
-        EXPECT_TRUE(h.Dialogs.Boxes.empty()) << row.name;
+        EXPECT_TRUE(h.Dialogs.Messages.empty()) << row.name;
     }
 
     Harness h;
     EXPECT_FALSE(h.T.NormaliseFile(h.Dir.Folder() + "missing.nc", TempFileName));
     const Box box{"Problem with input file.", "Corvane Backplot File error. ", MsgIcon::Critical};
-    EXPECT_EQ(h.Dialogs.Boxes, std::vector<Box>{box});
+    EXPECT_EQ(h.Dialogs.Messages, std::vector<Box>{box});
 }
 
 TEST(Driver, BlankAndCommentLinesAndTheFirstBlock)
@@ -93,7 +93,7 @@ TEST(Driver, StopsAtM30OrACancelledError)
             moves.emplace_back(r.StartX, r.EndX);
         EXPECT_EQ(moves, row.moves) << row.name;
         EXPECT_EQ(h.Playback.StepMode, row.stepping) << row.name;
-        EXPECT_EQ(h.Dialogs.Boxes, row.program == bad ? std::vector<Box>{box} : std::vector<Box>{}) << row.name;
+        EXPECT_EQ(h.Dialogs.Messages, row.program == bad ? std::vector<Box>{box} : std::vector<Box>{}) << row.name;
     }
 }
 
@@ -122,9 +122,9 @@ TEST(Driver, SixteenBitCountersReportEveryLineBeyond32767)
         program.append("G1 X").append(std::to_string(k)).append(".\n");
     const auto records = h.Run(program);
     // Lines 32768..40000 each fail on the line counter, which stays at 32767.
-    ASSERT_EQ(h.Dialogs.Boxes.size(), 40000u - 32767u);
-    EXPECT_EQ(h.Dialogs.Boxes.front().Text, ErrorLead + "32767\r\n\r\nG1 X32768.");
-    EXPECT_EQ(h.Dialogs.Boxes.back().Text, ErrorLead + "32767\r\n\r\nG1 X40000.");
+    ASSERT_EQ(h.Dialogs.Messages.size(), 40000u - 32767u);
+    EXPECT_EQ(h.Dialogs.Messages.front().Text, ErrorLead + "32767\r\n\r\nG1 X32768.");
+    EXPECT_EQ(h.Dialogs.Messages.back().Text, ErrorLead + "32767\r\n\r\nG1 X40000.");
     EXPECT_EQ(h.S().LineCount, 32767);
     ASSERT_EQ(records.size(), 32767u);
     EXPECT_EQ(records.back().EndX, 32767);
@@ -173,8 +173,8 @@ TEST(Driver, HostileInputNeitherCrashesNorHangs)
         ASSERT_NO_THROW(records = h.Run(row.program)) << row.name;
         ExpectWellFormed(records, row.name);
         EXPECT_TRUE(row.records == Any || records.size() == row.records) << row.name << ": " << records.size();
-        EXPECT_TRUE(row.boxes == Any || h.Dialogs.Boxes.size() == row.boxes) << row.name;
-        for (const auto& box : h.Dialogs.Boxes)
+        EXPECT_TRUE(row.boxes == Any || h.Dialogs.Messages.size() == row.boxes) << row.name;
+        for (const auto& box : h.Dialogs.Messages)
             EXPECT_EQ(box.Text.rfind(ErrorLead, 0), 0u) << row.name << ": " << box.Text;
         if (row.program == longLine && records.size() == 1) {
             EXPECT_EQ(records[0].BlockTextView(), longLine.substr(0, 60));
@@ -193,14 +193,12 @@ TEST(Corpus, EveryProgramTranslatesIntoWellFormedRecords)
                 continue;
             const std::string name = folder.filename().string() + "/" + entry.path().filename().string();
             Harness h(name.find("lathe") == std::string::npos);
-            h.T.ResetForNewProgram();
-            h.TranslateFile(entry.path().string());
-            const auto records = h.Records();
+            const auto records = h.Run(ReadAll(entry.path()));
             ++programs;
             EXPECT_GT(records.size(), 0u) << name;
             EXPECT_EQ(records.size(), static_cast<std::size_t>(h.S().RecordCount)) << name;
             ExpectWellFormed(records, name);
-            for (const auto& box : h.Dialogs.Boxes) {
+            for (const auto& box : h.Dialogs.Messages) {
                 EXPECT_NE(box.Title, "Backplot Error") << name << " does not fit its machine type";
                 EXPECT_EQ(box.Text.rfind(ErrorLead, 0), 0u) << name << ": " << box.Text;
                 // Our own samples are written for this program: they translate without a single error.

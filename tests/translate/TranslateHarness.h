@@ -1,10 +1,10 @@
 #pragma once
 
+#include "../app/ScriptedDialogs.h"
 #include "RecordFile.h"
 #include "TestPaths.h"
 #include "Translator.h"
 
-#include <ostream>
 #include <string>
 #include <vector>
 
@@ -12,57 +12,33 @@ namespace backplot::test {
 
 inline const std::string ErrorLead = "An error was encountered while generating file at line ";
 
-// Message boxes are recorded and all answered alike.
-class ScriptedDialogs : public UserDialogs {
-public:
-    struct Box {
-        std::string Text, Title;
-        MsgIcon Icon = MsgIcon::None;
-        MsgButtons Buttons = MsgButtons::Ok;
-        bool operator==(const Box&) const = default;
-        friend std::ostream& operator<<(std::ostream& out, const Box& box)
-        {
-            return out << box.Title << " / " << box.Text << " / icon " << static_cast<int>(box.Icon) << " / buttons "
-                       << static_cast<int>(box.Buttons);
-        }
-    };
+using Box = ScriptedDialogs::ShownMessage;
 
-    std::vector<Box> Boxes;
+// Every message box is recorded and answered alike.
+struct AnsweringDialogs : ScriptedDialogs {
     MsgAnswer Answer = MsgAnswer::Ok;
-    std::optional<MousePointer> Pointer; // the last one set
-
     MsgAnswer Message(const std::string& text, const std::string& title, MsgIcon icon, MsgButtons buttons) override
     {
-        Boxes.push_back({text, title, icon, buttons});
+        ScriptedDialogs::Message(text, title, icon, buttons);
         return Answer;
     }
-    std::optional<std::string> OpenFileName(const std::string&, const std::string&, const std::string&,
-                                            const std::string&) override
-    {
-        return std::nullopt;
-    }
-    void SetPointer(MousePointer pointer) override { Pointer = pointer; }
-
     std::vector<std::string> Texts() const
     {
         std::vector<std::string> texts;
-        for (const Box& box : Boxes)
+        for (const Box& box : Messages)
             texts.push_back(box.Text);
         return texts;
     }
 };
 
-using Box = ScriptedDialogs::Box;
-
-class CountingPump : public EventPump {
-public:
+struct CountingPump : EventPump {
     int Calls = 0;
     void ProcessEvents() override { ++Calls; }
 };
 
 // A translator working in a scratch data folder, fed with program texts.
 struct Harness {
-    ScriptedDialogs Dialogs;
+    AnsweringDialogs Dialogs;
     CountingPump Pump;
     PlaybackState Playback;
     Translator T{Dialogs, Pump, Playback};

@@ -80,10 +80,9 @@ TEST(Translator, ModalStateAndWordPrecedence)
         for (const EntityRecord& r : records)
             described.push_back(Describe(r));
         EXPECT_EQ(described, c.records) << c.name;
-        EXPECT_TRUE(h.Dialogs.Boxes.empty()) << c.name;
+        EXPECT_TRUE(h.Dialogs.Messages.empty()) << c.name;
         if (c.lastBlock && !records.empty()) {
-            const std::string_view block = records.back().BlockTextView();
-            EXPECT_EQ(block.substr(0, std::strlen(c.lastBlock)), std::string_view(c.lastBlock)) << c.name;
+            EXPECT_EQ(records.back().BlockTextView().substr(0, std::strlen(c.lastBlock)), c.lastBlock) << c.name;
         }
     }
     Harness h;
@@ -166,8 +165,8 @@ TEST(Translator, LatheMeetingYWarnsAndStops)
     const Box box{"The NC/CNC file you are are processing appears to be\r\n\r\n"
                   "a Milling file. Change the setting using the Options/Properties menu.",
                   "Backplot Error", MsgIcon::Exclamation};
-    EXPECT_EQ(h.Dialogs.Boxes, std::vector<Box>{box});
-    EXPECT_EQ(h.Dialogs.Pointer, MousePointer::Default);
+    EXPECT_EQ(h.Dialogs.Messages, std::vector<Box>{box});
+    EXPECT_EQ(h.Dialogs.Pointers, std::vector{MousePointer::Default});
     EXPECT_EQ(records.size(), 2u) << "records before the Y block stay";
     EXPECT_EQ(h.S().LineCount, 3) << "nothing after the Y block is read";
     EXPECT_FALSE(h.S().AbortTranslation);

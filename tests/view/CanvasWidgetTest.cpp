@@ -20,15 +20,19 @@ protected:
             new QApplication(argc, argv); // lives for the rest of the run
         }
     }
+    void Resize(int width, int height)
+    {
+        canvas.resize(width, height);
+        canvas.show();
+        QApplication::processEvents();
+    }
+    CanvasWidget canvas;
+    DrawSurface& s = canvas.Surface();
 };
 
 TEST_F(Canvas, PictureSurvivesRepaintAndResize)
 {
-    CanvasWidget canvas;
-    canvas.resize(100, 60);
-    canvas.show();
-    QApplication::processEvents();
-    DrawSurface& s = canvas.Surface();
+    Resize(100, 60);
     s.SetScale(0, 0, 10, 6);
     s.Line(0, 3, 10, 3, 0x0000FF);
     s.PSet(9.9, 5.9, 0xFF0000); // pixel (99, 59), the bottom-right corner
@@ -43,34 +47,26 @@ TEST_F(Canvas, PictureSurvivesRepaintAndResize)
 
 TEST_F(Canvas, ShrinkThenGrowKeepsWhatWasCutOff)
 {
-    CanvasWidget canvas;
-    canvas.resize(200, 100);
-    canvas.show();
-    QApplication::processEvents();
-    DrawSurface& s = canvas.Surface();
+    Resize(200, 100);
     s.SetScale(0, 0, 20, 10);
     s.PSet(19.5, 9.5, 0x0000FF); // pixel (195, 95), near the far corner
     s.Line(0, 5, 20, 5, 0xFF0000);
 
-    canvas.resize(80, 40);
-    QApplication::processEvents();
+    Resize(80, 40);
     EXPECT_EQ(canvas.Picture().size(), QSize(80, 40)); // only the visible part is the picture
     EXPECT_EQ(s.PixelWidth(), 80);                     // the view is fitted to what is visible
 
-    canvas.resize(200, 100);
-    QApplication::processEvents();
+    Resize(200, 100);
     const QImage shown = canvas.grab().toImage();
     EXPECT_EQ(shown.pixel(195, 95), qRgb(255, 0, 0));
     EXPECT_EQ(shown.pixel(150, 50), qRgb(0, 0, 255));
     EXPECT_EQ(shown.pixel(150, 49), qRgb(255, 255, 255));
 
     // Drawing while small still reaches the part of the picture that is cut off.
-    canvas.resize(80, 40);
-    QApplication::processEvents();
+    Resize(80, 40);
     s.SetScale(0, 0, 8, 4);
     s.PSet(15, 7, 0x00FF00); // pixel (150, 70), outside the visible 80 x 40
-    canvas.resize(200, 100);
-    QApplication::processEvents();
+    Resize(200, 100);
     EXPECT_EQ(canvas.Picture().pixel(150, 70), qRgb(0, 255, 0));
 }
 

@@ -1,68 +1,35 @@
 #include "ArcGeometry.h"
 #include "EntityRenderer.h"
-#include "RecordingSurface.h"
+#include "PlotRig.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <ostream>
+#include <tuple>
 #include <vector>
 
 namespace backplot {
 namespace {
 
-using Kind = RecordingSurface::Kind;
+using namespace test;
 constexpr std::uint32_t Red = 0x0000FF;
 
-EntityRecord Move(std::int16_t type, float x1, float y1, float x2, float y2)
-{
-    EntityRecord r;
-    r.MoveType = type;
-    r.StartX = x1;
-    r.StartY = y1;
-    r.EndX = x2;
-    r.EndY = y2;
-    return r;
-}
-
-EntityRecord Arc(std::int16_t type, float cx, float cy, float radius, float startDeg, float endDeg)
-{
-    EntityRecord r;
-    r.MoveType = type;
-    r.CenterX = cx;
-    r.CenterY = cy;
-    r.Radius = radius;
-    r.StartAngle = startDeg;
-    r.EndAngle = endDeg;
-    return r;
-}
-
 // A primitive's kind and ends (a PSet's point in X1, Y1).
-struct Leg {
-    Kind kind;
-    double x1, y1, x2, y2;
-    bool operator==(const Leg&) const = default;
-};
-
-void PrintTo(const Leg& l, std::ostream* os)
-{
-    *os << static_cast<int>(l.kind) << " (" << l.x1 << ", " << l.y1 << ")-(" << l.x2 << ", " << l.y2 << ")";
-}
+using Leg = std::tuple<Kind, double, double, double, double>;
 
 // The renderer on a view 20 x 20 around the origin, two pixels being 0.05.
 struct Fixture {
     Settings settings;
-    ViewTransform view = [] {
-        ViewTransform v;
-        v.ViewX1 = v.ViewY1 = -10;
-        v.ViewX2 = v.ViewY2 = 10;
-        v.FitSpan = 20;
-        v.BlipSize = 0.5f;
-        v.TwoPixelSpan = 0.05f;
-        return v;
-    }();
+    ViewTransform view;
     EntityRenderer renderer{settings, view};
     RecordingSurface surface;
+
+    Fixture()
+    {
+        view.ViewX1 = view.ViewY1 = -10;
+        view.ViewX2 = view.ViewY2 = 10;
+        view.FitSpan = 20, view.BlipSize = 0.5f, view.TwoPixelSpan = 0.05f;
+    }
 
     const std::vector<RecordingSurface::Primitive>& Draw(const EntityRecord& r)
     {
@@ -74,7 +41,7 @@ struct Fixture {
     {
         std::vector<Leg> legs;
         for (const auto& p : Draw(r))
-            legs.push_back({p.Type, p.X1, p.Y1, p.X2, p.Y2});
+            legs.emplace_back(p.Type, p.X1, p.Y1, p.X2, p.Y2);
         return legs;
     }
 };
@@ -102,8 +69,7 @@ TEST(EntityRenderer, RapidIsADottedDogLegThenSolid)
         for (const auto& p : f.surface.Primitives())
             EXPECT_TRUE(p.Style == DrawStyle::Dot && p.Color == Red);
         EXPECT_EQ(f.renderer.RapidLeg, c.rapidLeg);
-        EXPECT_EQ(f.renderer.BlipX, c.x2);
-        EXPECT_EQ(f.renderer.BlipY, c.y2);
+        EXPECT_EQ((std::vector<float>{f.renderer.BlipX, f.renderer.BlipY}), (std::vector<float>{c.x2, c.y2}));
         EXPECT_EQ(f.surface.GetDrawStyle(), DrawStyle::Solid);
     }
 }
@@ -151,16 +117,15 @@ TEST(EntityRenderer, ClockwiseArcIsDrawnCounterClockwiseWithItsEndsSwapped)
     const double quarter = static_cast<float>(90 * (Pi / 180)), half = static_cast<float>(180 * (Pi / 180));
     const auto& ccw = f.Draw(Arc(3, 1, -2, 3, 90, 180));
     ASSERT_EQ(ccw.size(), 1u);
-    EXPECT_EQ(ccw[0].Type, Kind::Circle);
+    EXPECT_TRUE(ccw[0].Type == Kind::Circle && ccw[0].Color == Red);
     EXPECT_EQ((std::vector<double>{ccw[0].X1, ccw[0].Y1, ccw[0].Radius, ccw[0].Start, ccw[0].End}),
               (std::vector<double>{1, -2, 3, quarter, half}));
-    EXPECT_EQ(ccw[0].Color, Red);
 
     const auto& cw = f.Draw(Arc(2, 1, -2, 3, 180, 90));
     ASSERT_EQ(cw.size(), 1u);
     EXPECT_EQ((std::vector<double>{cw[0].Start, cw[0].End}), (std::vector<double>{quarter, half}));
-    EXPECT_EQ(f.renderer.ArcStartRad, static_cast<float>(half));
-    EXPECT_EQ(f.renderer.ArcEndRad, static_cast<float>(quarter));
+    EXPECT_EQ((std::vector<float>{f.renderer.ArcStartRad, f.renderer.ArcEndRad}),
+              (std::vector<float>{static_cast<float>(half), static_cast<float>(quarter)}));
 }
 
 TEST(EntityRenderer, LargeRadiusTurnsIntoSeventyTwoChords)
@@ -191,7 +156,6 @@ TEST(EntityRenderer, LargeRadiusTurnsIntoSeventyTwoChords)
     EXPECT_FLOAT_EQ(static_cast<float>(cw[0].X2), static_cast<float>(std::cos(1.25 * Pi / 180)));
     EXPECT_NEAR(cw[71].X2, 0, 1e-7);
     EXPECT_NEAR(cw[71].Y2, -1, 1e-7);
-
 }
 
 } // namespace

@@ -4,9 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <functional>
 #include <optional>
-#include <string>
 #include <vector>
 
 namespace backplot {
@@ -17,18 +15,14 @@ using namespace test;
 TEST(Plotter, ExtentsOfAQuarterArcAreItsWholeCircle)
 {
     Rig rig;
-    EntityRecord arc; // machine (1,0) to (0,1) counter-clockwise about the origin, Y stored negated
-    arc.MoveType = 3;
-    arc.Radius = 1;
-    arc.EndAngle = 90;
+    EntityRecord arc = Arc(3, 0, 0, 1, 0, 90); // machine (1,0) to (0,1), Y stored negated
     arc.EndY = -1;
     rig.plotter.CurTool = 5;
     rig.Load({arc});
 
     const ViewTransform& v = rig.plotter.View;
-    EXPECT_EQ(rig.plotter.RecordTotal, 1);
-    EXPECT_EQ(rig.plotter.PlotLast, 1);
-    EXPECT_EQ(rig.plotter.CurTool, 0);
+    EXPECT_EQ((std::vector<int>{rig.plotter.RecordTotal, rig.plotter.PlotLast, rig.plotter.CurTool}),
+              (std::vector<int>{1, 1, 0}));
     EXPECT_EQ((std::vector<float>{v.MinX, v.MinY, v.MaxX, v.MaxY}), (std::vector<float>{-1, -1, 1, 1}));
     // 2 x 2 on 400 x 200, fitted by width: visible height 1 centred on 0.
     EXPECT_EQ((std::vector<float>{v.ViewX1, v.ViewY1, v.ViewX2, v.ViewY2}), (std::vector<float>{-1, -0.5f, 1, 0.5f}));
@@ -55,12 +49,8 @@ TEST(Plotter, TruncatedRecordFileIsReadUpToItsLastWholeRecord)
         {"LessThanHalfOfTheFirst", 50, 0, {0, 0, 0, 0}},
         {"Empty", 0, 0, {0, 0, 0, 0}},
     };
-    EntityRecord circle;
-    circle.MoveType = 2;
-    circle.CenterX = circle.CenterY = 10;
-    circle.Radius = 5;
-    circle.EndX = 3;
-    circle.EndY = -3;
+    EntityRecord circle = Arc(2, 10, 10, 5, 0, 0);
+    circle.EndX = 3, circle.EndY = -3;
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         Rig rig;
@@ -80,37 +70,32 @@ TEST(Plotter, TruncatedRecordFileIsReadUpToItsLastWholeRecord)
     EXPECT_EQ(rig.CutsDrawn(), (std::vector<double>{1, 2, 3}));
     EXPECT_EQ(rig.canvas.Primitives().size(), 1u + 3 * 3); // clear and three cuts
     EXPECT_TRUE(rig.playback.StepMode);
-    EXPECT_EQ(rig.dialogs.pointers.back(), MousePointer::Default);
+    EXPECT_EQ(rig.dialogs.Pointers.back(), MousePointer::Default);
 }
 
 TEST(Plotter, FullPassClearsDrawsAxisAndEndsPlayback)
 {
     Rig rig;
     rig.Load({Cut(0, 0, 4, -2, 7), Cut(4, -2, 4, 0, 7)});
-    rig.playback.StepMode = true;
-    rig.playback.SourceLine = 9;
+    rig.playback.StepMode = true, rig.playback.SourceLine = 9;
     std::optional<bool> ended;
     rig.plotter.SetPassEndedHook([&](bool slow) { ended = slow; });
-
     rig.plotter.GetRecords(rig.canvas);
-
     const auto& log = rig.canvas.Primitives();
     ASSERT_EQ(log.size(), 1u + 2 * 3 + 2);
     EXPECT_EQ(log[0].Type, Kind::Clear);
     EXPECT_EQ(rig.CutsDrawn(), (std::vector<double>{0, 4}));
     EXPECT_EQ(log[7].Style, DrawStyle::Dash); // the axis in "Axis Line" 1
     EXPECT_EQ(rig.canvas.GetDrawStyle(), DrawStyle::Solid);
-    EXPECT_EQ(rig.plotter.PlotIndex, 2);
-    EXPECT_EQ(rig.plotter.CurTool, 0);
-    EXPECT_FALSE(rig.playback.StepMode);
-    EXPECT_EQ(rig.playback.SlowResume, 1);
-    EXPECT_EQ(rig.playback.SourceLine, 1);
+    EXPECT_EQ((std::vector<int>{rig.plotter.PlotIndex, rig.plotter.CurTool, rig.playback.StepMode,
+                                rig.playback.SlowResume, rig.playback.SourceLine}),
+              (std::vector<int>{2, 0, false, 1, 1}));
     EXPECT_EQ(ended, std::optional<bool>(false));
     // The buffer keeps the last record with its start and end wiped.
     EXPECT_EQ(rig.record.ToolNum, 7);
     EXPECT_EQ((std::vector<float>{rig.record.StartX, rig.record.StartY, rig.record.EndX, rig.record.EndY}),
               (std::vector<float>{0, 0, 0, 0}));
-    EXPECT_EQ(rig.dialogs.pointers, (std::vector<MousePointer>{MousePointer::Hourglass, MousePointer::Default}));
+    EXPECT_EQ(rig.dialogs.Pointers, (std::vector<MousePointer>{MousePointer::Hourglass, MousePointer::Default}));
     EXPECT_EQ(rig.events.calls, 0);
 }
 
@@ -164,7 +149,7 @@ TEST(Plotter, SlowMotionPausesAndResumesAtTheSameRecord)
     EXPECT_EQ(rig.Count(Kind::Clear), 0); // slow motion draws over the picture
     EXPECT_EQ(rig.playback.SlowResume, 4);
     EXPECT_EQ(marks, 3);
-    EXPECT_FALSE(ended.has_value());
+    EXPECT_FALSE(ended);
 
     // A pass started while paused draws nothing and keeps the place.
     rig.events.onCall = nullptr;
@@ -180,11 +165,9 @@ TEST(Plotter, SlowMotionPausesAndResumesAtTheSameRecord)
     rig.plotter.GetRecords(rig.canvas);
     EXPECT_EQ(rig.CutsDrawn(), (std::vector<double>{40, 41, 42, 43, 44, 45}));
     EXPECT_EQ(rig.Count(Kind::Line), 6 * 2 + 2);
-    EXPECT_EQ(rig.events.calls, 6);
-    EXPECT_EQ(marks, 6);
+    EXPECT_EQ((std::vector<int>{rig.events.calls, marks, rig.playback.SlowResume, rig.playback.SourceLine}),
+              (std::vector<int>{6, 6, 1, 1}));
     EXPECT_FALSE(rig.playback.SlowMode || rig.playback.SlowPaused);
-    EXPECT_EQ(rig.playback.SlowResume, 1);
-    EXPECT_EQ(rig.playback.SourceLine, 1);
     EXPECT_EQ(ended, std::optional<bool>(true));
 }
 

@@ -2,10 +2,10 @@
 #include "PlotRig.h"
 #include "ViewCommands.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <set>
 #include <utility>
 
 namespace backplot {
@@ -32,31 +32,18 @@ struct HostLog : ViewHost {
 
 // A cut from (0, 0) to machine (10, 5): stored (10, -5). On the 400 x 200 canvas the
 // extents fit by width with FitSpan 5, and Full Drawing Extents widens them by 1.5 on
-// every side, which gives FitSpan 6.5 and the window (-1.5, -5.75)-(11.5, 0.75).
+// every side, which gives FitSpan 6.5 and the window Extents.
 struct ViewRig : Rig {
     HostLog host;
     ViewCommands view{plotter, canvas, settings, playback, dialogs, host};
-    ViewRig()
-    {
-        EntityRecord start;
-        start.MoveType = 0;
-        Load({start, Cut(0, 0, 10, -5)});
-    }
+    ViewRig() { Load({Move(0, 0, 0, 0, 0), Cut(0, 0, 10, -5)}); }
 };
 
-struct Window {
-    float x1, y1, x2, y2;
-};
+using Window = std::vector<float>; // x1, y1, x2, y2
+const Window Extents{-1.5f, -5.75f, 11.5f, 0.75f};
 Window ViewOf(const ViewTransform& v) { return {v.ViewX1, v.ViewY1, v.ViewX2, v.ViewY2}; }
 Window PrevOf(const ViewTransform& v) { return {v.PrevViewX1, v.PrevViewY1, v.PrevViewX2, v.PrevViewY2}; }
-void ExpectWindow(const Window& actual, const Window& expected, const char* what)
-{
-    SCOPED_TRACE(what);
-    EXPECT_NEAR(actual.x1, expected.x1, 1e-5);
-    EXPECT_NEAR(actual.y1, expected.y1, 1e-5);
-    EXPECT_NEAR(actual.x2, expected.x2, 1e-5);
-    EXPECT_NEAR(actual.y2, expected.y2, 1e-5);
-}
+auto Near(const Window& w) { return ::testing::Pointwise(::testing::FloatNear(1e-5f), w); }
 
 TEST(ViewCommands, PanStepsMoveExactlyHalfAUnitAtAnyZoom)
 {
@@ -77,12 +64,10 @@ TEST(ViewCommands, PanStepsMoveExactlyHalfAUnitAtAnyZoom)
             rig.view.ZoomExtents();
             for (int i = 0; i < zoomIns; ++i)
                 rig.view.ZoomIn();
-            const Window before = ViewOf(rig.plotter.View);
+            const Window b = ViewOf(rig.plotter.View);
             (rig.view.*row.step)();
-            ExpectWindow(ViewOf(rig.plotter.View), {before.x1 + row.dx, before.y1 + row.dy, before.x2 + row.dx,
-                                                    before.y2 + row.dy},
-                         "moved");
-            ExpectWindow(PrevOf(rig.plotter.View), before, "the view before is the previous one");
+            EXPECT_THAT(ViewOf(rig.plotter.View), Near({b[0] + row.dx, b[1] + row.dy, b[2] + row.dx, b[3] + row.dy}));
+            EXPECT_THAT(PrevOf(rig.plotter.View), Near(b)) << "the view before is the previous one";
             EXPECT_FALSE(rig.view.PanMode);
         }
     }
@@ -96,8 +81,8 @@ TEST(ViewCommands, ZoomInOnAWindowNarrowerThanItsStepTurnsItInsideOutAndWidens)
     v.FitSpan = 2; // each edge moves 0.6: x 0.6 .. 0.4, y 0.6 .. -0.1
     rig.view.ZoomIn();
     // Put back in order, 0.2 by 0.7, it is fitted by its height: FitSpan 1.4 wide, centred on 0.5.
-    ExpectWindow(ViewOf(v), {-0.2f, -0.1f, 1.2f, 0.6f}, "after the zoom");
-    ExpectWindow(PrevOf(v), {0, 0, 1, 0.5f}, "saved");
+    EXPECT_THAT(ViewOf(v), Near({-0.2f, -0.1f, 1.2f, 0.6f}));
+    EXPECT_THAT(PrevOf(v), Near({0, 0, 1, 0.5f}));
     EXPECT_NEAR(v.FitSpan, 1.4f, 1e-6);
 }
 
@@ -106,62 +91,55 @@ TEST(ViewCommands, SlowMotionStopsTheZoomsButNotThePansAndExtentsEndsIt)
     ViewRig rig;
     rig.view.ZoomExtents();
     rig.canvas.ForgetPrimitives();
-    rig.playback.SlowMode = true;
-    rig.playback.StepMode = true;
-    rig.playback.SlowPaused = true;
-    const Window opened = ViewOf(rig.plotter.View);
+    rig.playback.SlowMode = rig.playback.StepMode = rig.playback.SlowPaused = true;
     rig.view.ZoomIn();
     rig.view.ZoomOut();
     rig.view.ZoomPrevious();
     rig.view.ZoomWindow();
-    ExpectWindow(ViewOf(rig.plotter.View), opened, "zooms wait for slow motion");
+    EXPECT_THAT(ViewOf(rig.plotter.View), Near(Extents)) << "zooms wait for slow motion";
     EXPECT_FALSE(rig.view.ZoomWindowMode);
     EXPECT_TRUE(rig.canvas.Primitives().empty());
 
     rig.view.PanRight();
-    EXPECT_NEAR(rig.plotter.View.ViewX1, opened.x1 - 0.5f, 1e-5);
+    EXPECT_NEAR(rig.plotter.View.ViewX1, Extents[0] - 0.5f, 1e-5);
     rig.view.Point();
     EXPECT_TRUE(rig.view.PanMode);
     EXPECT_EQ(rig.host.pointers.back(), CanvasPointer::Pan);
 
     rig.view.ZoomExtents();
-    EXPECT_FALSE(rig.playback.SlowMode);
-    EXPECT_FALSE(rig.playback.StepMode);
-    EXPECT_FALSE(rig.playback.SlowPaused);
+    EXPECT_FALSE(rig.playback.SlowMode || rig.playback.StepMode || rig.playback.SlowPaused);
     EXPECT_EQ(rig.host.endPlayback, 2);
     EXPECT_TRUE(rig.view.ExtentsKeyFlag);
-    ExpectWindow(ViewOf(rig.plotter.View), {-1.5f, -5.75f, 11.5f, 0.75f}, "extents with margin");
-    ExpectWindow(PrevOf(rig.plotter.View), {0, -5, 10, 0}, "the tight extents");
+    EXPECT_THAT(ViewOf(rig.plotter.View), Near(Extents));
+    EXPECT_THAT(PrevOf(rig.plotter.View), Near({0, -5, 10, 0})) << "the tight extents";
 }
 
 TEST(ViewCommands, FloatRangeExceededIsReportedAndTheViewBeforeIsKept)
 {
     ViewRig rig;
-    rig.dialogs.expectMessages = true;
+    rig.expectMessages = true;
     rig.view.ZoomExtents();
-    Window before{};
+    Window before;
     int zoomOuts = 0;
-    while (rig.dialogs.messages.empty() && zoomOuts < 1000) {
+    for (; rig.dialogs.Messages.empty() && zoomOuts < 1000; ++zoomOuts) {
         before = ViewOf(rig.plotter.View);
         rig.view.ZoomOut();
-        ++zoomOuts;
     }
-    ASSERT_EQ(rig.dialogs.messages, std::vector<std::string>{"Corvane Backplot: Overflow"});
+    const ScriptedDialogs::ShownMessage overflow{"Overflow", "Corvane Backplot", MsgIcon::Critical};
+    ASSERT_EQ(rig.dialogs.Messages, std::vector{overflow});
     EXPECT_GT(zoomOuts, 300); // each step widens by 30 %: 13 units reach 3.4E+38 after about 340
-    const ViewTransform& v = rig.plotter.View;
-    EXPECT_EQ(v.ViewX1, before.x1);
-    EXPECT_EQ(v.ViewX2, before.x2);
-    EXPECT_EQ(rig.canvas.ScaleLeft(), before.x1); // the canvas is fitted to it again
+    EXPECT_EQ(ViewOf(rig.plotter.View), before);
+    EXPECT_EQ(rig.canvas.ScaleLeft(), before[0]); // the canvas is fitted to it again
     rig.view.ZoomIn();
     rig.view.ZoomExtents();
-    EXPECT_EQ(rig.dialogs.messages.size(), 1u);
-    ExpectWindow(ViewOf(v), {-1.5f, -5.75f, 11.5f, 0.75f}, "back to the extents");
+    EXPECT_EQ(rig.dialogs.Messages.size(), 1u);
+    EXPECT_THAT(ViewOf(rig.plotter.View), Near(Extents));
 }
 
 TEST(ViewCommands, ThousandsOfZoomInsLeaveAFiniteScale)
 {
     ViewRig rig;
-    rig.dialogs.expectMessages = true;
+    rig.expectMessages = true;
     rig.view.ZoomExtents();
     for (int i = 0; i < 3000; ++i)
         rig.view.ZoomIn();
@@ -171,7 +149,7 @@ TEST(ViewCommands, ThousandsOfZoomInsLeaveAFiniteScale)
         EXPECT_TRUE(std::isfinite(f)) << f;
     EXPECT_GT(rig.canvas.ScaleWidth(), 0);
     rig.view.ZoomExtents();
-    ExpectWindow(ViewOf(v), {-1.5f, -5.75f, 11.5f, 0.75f}, "back to the extents");
+    EXPECT_THAT(ViewOf(v), Near(Extents));
 }
 
 TEST(ViewCommands, ReadoutShowsMachineUnitsWithTheMask)
@@ -179,19 +157,16 @@ TEST(ViewCommands, ReadoutShowsMachineUnitsWithTheMask)
     const struct {
         float x, y;
         bool mill;
-        const char *xText, *yText;
+        std::pair<std::string, std::string> texts;
     } rows[] = {
-        {3, -2.5f, true, " X 3.0", " Y 2.5"},           // stored Y is negated back
-        {3, -2.5f, false, " Z 3.0", " X 5.0"},          // lathe: Z across, X as a diameter
-        {0.1234567f, 0, true, " X 0.123457", " Y 0.0"}, // at most six decimals, at least one
-        {-1.25f, 4, true, " X -1.25", " Y -4.0"},
-        {-1.25f, 4, false, " Z -1.25", " X -8.0"},
+        {3, -2.5f, true, {" X 3.0", " Y 2.5"}},           // stored Y is negated back
+        {3, -2.5f, false, {" Z 3.0", " X 5.0"}},          // lathe: Z across, X as a diameter
+        {0.1234567f, 0, true, {" X 0.123457", " Y 0.0"}}, // at most six decimals, at least one
+        {-1.25f, 4, true, {" X -1.25", " Y -4.0"}},
+        {-1.25f, 4, false, {" Z -1.25", " X -8.0"}},
     };
-    for (const auto& row : rows) {
-        const auto [x, y] = ViewCommands::Readout(row.x, row.y, row.mill);
-        EXPECT_EQ(x, row.xText);
-        EXPECT_EQ(y, row.yText);
-    }
+    for (const auto& row : rows)
+        EXPECT_EQ(ViewCommands::Readout(row.x, row.y, row.mill), row.texts);
 }
 
 TEST(ViewCommands, MouseStepsStopsSlowMotionAndMovesTheCrossHairsWhenAllowed)
@@ -217,8 +192,7 @@ TEST(ViewCommands, MouseStepsStopsSlowMotionAndMovesTheCrossHairsWhenAllowed)
     rig.host.busy = false;
 
     rig.view.MouseMove(false, 2, -2);
-    ASSERT_EQ(rig.host.readouts.size(), 1u);
-    EXPECT_EQ(rig.host.readouts[0], std::make_pair(std::string(" X 2.0"), std::string(" Y 2.0")));
+    EXPECT_EQ(rig.host.readouts, (std::vector<std::pair<std::string, std::string>>{{" X 2.0", " Y 2.0"}}));
     EXPECT_EQ(rig.host.crossHairs, (std::vector<std::pair<float, float>>{{2, -2}}));
 
     // A box being dragged freezes the cross hairs; the release hides them. An armed tool
@@ -235,7 +209,7 @@ TEST(ViewCommands, MouseStepsStopsSlowMotionAndMovesTheCrossHairsWhenAllowed)
     EXPECT_FALSE(rig.view.RubberBoxActive);
     EXPECT_EQ(rig.host.pointers.back(), CanvasPointer::Default);
     // 3 wide, 2.5 tall: fitted by width to FitSpan 1.5, the height centred on -2.25.
-    ExpectWindow(ViewOf(rig.plotter.View), {1, -3, 4, -1.5f}, "the dragged corners, fitted by width");
+    EXPECT_THAT(ViewOf(rig.plotter.View), Near({1, -3, 4, -1.5f})) << "the dragged corners, fitted by width";
     rig.view.MouseMove(false, 2, -2);
     EXPECT_EQ(rig.host.crossHairs.size(), 2u);
 }
@@ -260,13 +234,12 @@ TEST(ViewCommands, ZoomBoxIsDrawnInInvertModeSoErasingItIsExact)
     ImageSurface box(100, 60);
     box.SetScale(0, 0, 10, 6);
     box.Box(2, 1, 6, 5, 0);
-    const QImage shown = picture.Image();
     int outline = 0;
     for (int y = 0; y < 60; ++y)
         for (int x = 0; x < 100; ++x) {
             const bool onBox = qRed(box.Image().pixel(x, y)) == 0 && !(x == 20 && y == 10);
             const QRgb expected = onBox ? (~original.pixel(x, y) | 0xFF000000u) : original.pixel(x, y);
-            ASSERT_EQ(shown.pixel(x, y), expected) << x << "," << y;
+            ASSERT_EQ(picture.Image().pixel(x, y), expected) << x << "," << y;
             outline += onBox;
         }
     EXPECT_EQ(outline, 4 * 40 - 1);

@@ -2,9 +2,9 @@
 #include "RunTimeError.h"
 #include "ViewTransform.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <string>
 #include <tuple>
 #include <vector>
 
@@ -73,20 +73,13 @@ TEST(ViewTransform, SinglePointWindowChangesNothing)
 
 TEST(ViewTransform, FaultsRaiseAndKeepWhatWasWritten)
 {
-    const auto fault = [](ViewTransform& v, RecordingSurface& canvas) {
-        try {
-            v.SetCoords(canvas);
-        } catch (const RunTimeError& e) {
-            return std::string(e.what());
-        }
-        return std::string("no error");
-    };
+    using ::testing::ThrowsMessage;
     // Zero canvas height: the aspect ratio fails before anything is written, even the
     // reversed corners are left as they are.
     RecordingSurface flat(400, 0);
     ViewTransform v;
     v.ViewX1 = 10;
-    EXPECT_EQ(fault(v, flat), "Division by zero");
+    EXPECT_THAT([&] { v.SetCoords(flat); }, ThrowsMessage<RunTimeError>("Division by zero"));
     EXPECT_EQ((std::vector<float>{v.ViewX1, v.AspectRatio}), (std::vector<float>{10, 0}));
 
     // A window wider than a float can hold: dx overflows after the corners are sorted and
@@ -95,7 +88,7 @@ TEST(ViewTransform, FaultsRaiseAndKeepWhatWasWritten)
     ViewTransform wide;
     wide.ViewX1 = 3e38f;
     wide.ViewX2 = -3e38f;
-    EXPECT_EQ(fault(wide, canvas), "Overflow");
+    EXPECT_THAT([&] { wide.SetCoords(canvas); }, ThrowsMessage<RunTimeError>("Overflow"));
     EXPECT_EQ((std::vector<float>{wide.AspectRatio, wide.ViewX1, wide.TwoPixelSpan, wide.FitSpan, canvas.ScaleWidth()}),
               (std::vector<float>{2, -3e38f, 400, 0, 400}));
 }
