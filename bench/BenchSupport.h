@@ -10,8 +10,6 @@
 #include "UserDialogs.h"
 
 #include <QImage>
-#include <QSettings>
-#include <QStandardPaths>
 #include <benchmark/benchmark.h>
 #include <cstdint>
 #include <sstream>
@@ -102,20 +100,6 @@ struct BenchTranslator {
             reader.Read(n, record);
             visit(record);
         }
-    }
-};
-
-// Points the per-user stores (settings, recent files, application data) at a scratch folder
-// for the life of the object, so a benchmark that runs the main window never touches the
-// user's own. The paths are not put back: nothing in the process uses the stores afterwards.
-struct ScratchSettings {
-    test::ScratchDir Folder;
-    ScratchSettings()
-    {
-        QStandardPaths::setTestModeEnabled(true);
-        const QString path = QString::fromStdString(Folder.Path().string());
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, path);
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, path);
     }
 };
 

@@ -3,6 +3,7 @@
 // window from the dialog's answer to the finished picture. A plot pass should take under
 // 40 ms, an open under 150 ms, so that zooming feels immediate and opening barely waits.
 
+#include "../tests/app/ScratchSettings.h"
 #include "BenchSupport.h"
 
 #include "CanvasWidget.h"
@@ -11,6 +12,7 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QStandardPaths>
 
 namespace backplot::bench {
 namespace {
@@ -46,7 +48,9 @@ BENCHMARK(BM_PlotPass)->Unit(benchmark::kMillisecond)->UseRealTime();
 // with the window's own event processing in between.
 void BM_OpenToPicture(benchmark::State& state)
 {
-    const ScratchSettings settingsScope;
+    // The per-user stores (settings, recent files, application data) in scratch folders.
+    QStandardPaths::setTestModeEnabled(true);
+    const test::ScratchSettings settingsScope;
     test::ScratchDir folder;
     const ProgramGenerator generator;
     QuietDialogs dialogs;
