@@ -1,27 +1,27 @@
 #include "HelpWindow.h"
-#include "ScriptedDialogs.h"
-#include "TestPaths.h"
 #include "WindowFixture.h"
 
-#include <QApplication>
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
-#include <QMouseEvent>
 #include <QTextBrowser>
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QToolButton>
+#include <algorithm>
+#include <filesystem>
+#include <map>
+#include <regex>
+#include <set>
 
 namespace backplot {
 namespace {
 
 using test::ScriptedDialogs;
 
-QString GuidePage(const char* name)
-{
-    return QString::fromStdString((test::SourceDir() / "docs" / "help" / name).string());
-}
+namespace fs = std::filesystem;
+
+fs::path GuideFolder() { return test::SourceDir() / "docs" / "help"; }
+QString GuidePage(const char* name) { return QString::fromStdString((GuideFolder() / name).string()); }
 
 QToolButton* Button(HelpWindow* help, const char* name)
 {
@@ -37,14 +37,7 @@ void ClickText(QTextBrowser* browser, const QString& text)
     ASSERT_FALSE(found.isNull()) << text.toStdString();
     QTextCursor middle(browser->document());
     middle.setPosition((found.selectionStart() + found.selectionEnd()) / 2);
-    const QPoint at = browser->cursorRect(middle).center();
-    QWidget* surface = browser->viewport();
-    const QPointF global = surface->mapToGlobal(QPointF(at));
-    QMouseEvent press(QEvent::MouseButtonPress, QPointF(at), global, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
-    QMouseEvent release(QEvent::MouseButtonRelease, QPointF(at), global, Qt::LeftButton, Qt::NoButton,
-                        Qt::NoModifier);
-    QApplication::sendEvent(surface, &press);
-    QApplication::sendEvent(surface, &release);
+    QTest::mouseClick(browser->viewport(), Qt::LeftButton, {}, browser->cursorRect(middle).center());
     QApplication::processEvents();
 }
 
@@ -133,6 +126,68 @@ TEST_F(HelpCommand, WithHelpBesideTheProgramOpensItsContents)
     ASSERT_EQ(helps.size(), 1);
     EXPECT_TRUE(helps[0]->isVisible());
     EXPECT_EQ(helps[0]->browser()->source().toLocalFile(), HelpFolder() + QStringLiteral("/index.html"));
+}
+
+// The first group of every match of `pattern` in `text`.
+std::vector<std::string> All(const std::string& text, const std::regex& pattern)
+{
+    std::vector<std::string> found;
+    for (auto it = std::sregex_iterator(text.begin(), text.end(), pattern); it != std::sregex_iterator(); ++it)
+        found.push_back((*it)[1].str());
+    return found;
+}
+
+bool Contains(const std::vector<std::string>& list, const std::string& item)
+{
+    return std::find(list.begin(), list.end(), item) != list.end();
+}
+
+TEST(HelpGuide, PagesAreTitledLinkedAndReachableFromTheContents)
+{
+    const fs::path folder = GuideFolder();
+    std::map<std::string, std::string> pages;
+    for (const auto& entry : fs::directory_iterator(folder))
+        if (entry.path().extension() == ".html")
+            pages[entry.path().filename().string()] = test::ReadAll(entry.path());
+    ASSERT_GE(pages.size(), 14u);
+
+    const std::regex href("href=\"([^\"]*)\""), id("id=\"([^\"]*)\"");
+    std::vector<std::string> broken;
+    std::map<std::string, std::set<std::string>> linked; // page -> the files it links to
+    for (const auto& [name, text] : pages) {
+        SCOPED_TRACE(name);
+        // Its title as its one heading, the style sheet, and a way back to the contents.
+        const auto titles = All(text, std::regex("<title>([^<]+)</title>"));
+        EXPECT_EQ(titles.size(), 1u);
+        EXPECT_EQ(All(text, std::regex("<h1>([^<]+)</h1>")), titles);
+        EXPECT_NE(text.find("href=\"help.css\""), std::string::npos);
+        EXPECT_TRUE(name == "index.html" || text.find("href=\"index.html\"") != std::string::npos);
+        // Every link within the guide leads to a file, and to a section, that exist.
+        for (const std::string& link : All(text, href)) {
+            if (link.rfind("http", 0) == 0 || link.rfind("mailto:", 0) == 0)
+                continue;
+            const std::size_t hash = link.find('#');
+            const std::string file = link.substr(0, hash);
+            const fs::path target = folder / (file.empty() ? name : file);
+            linked[name].insert(file);
+            if (!fs::is_regular_file(target) ||
+                (hash != std::string::npos && !Contains(All(test::ReadAll(target), id), link.substr(hash + 1))))
+                broken.push_back(name + " -> " + link);
+        }
+    }
+    EXPECT_EQ(broken, std::vector<std::string>{});
+
+    std::set<std::string> reached = {"index.html"}, all;
+    for (std::vector<std::string> open = {"index.html"}; !open.empty();) {
+        const std::string page = open.back();
+        open.pop_back();
+        for (const std::string& file : linked[page])
+            if (pages.count(file) && reached.insert(file).second)
+                open.push_back(file);
+    }
+    for (const auto& page : pages)
+        all.insert(page.first);
+    EXPECT_EQ(reached, all);
 }
 
 } // namespace

@@ -1,5 +1,4 @@
 #include "SourceView.h"
-#include "ViewCommands.h"
 #include "WindowFixture.h"
 
 #include <Qsci/qsciscintilla.h>
