@@ -92,20 +92,6 @@ TEST(HelpWindow, OpensAtTheContentsFollowsLinksAndComesBackToTheContents)
     EXPECT_TRUE(dialogs.Messages.empty());
 }
 
-TEST(HelpWindow, MissingContentsPageOnlySaysSo)
-{
-    QWidget owner;
-    ScriptedDialogs dialogs;
-    const QString missing = QStringLiteral("/nonexistent/tarvo/help/index.html");
-    EXPECT_EQ(HelpWindow::ShowContents(owner, dialogs, missing), nullptr);
-    const std::vector<ScriptedDialogs::ShownMessage> expected = {
-        {"The help cannot be shown: the file /nonexistent/tarvo/help/index.html is missing. Reinstall Tarvo "
-         "Backplot or put its help folder back next to the program.",
-         "Corvane Backplot", MsgIcon::Exclamation, MsgButtons::Ok}};
-    EXPECT_EQ(dialogs.Messages, expected);
-    EXPECT_TRUE(owner.findChildren<HelpWindow*>().isEmpty());
-}
-
 // The menu command looks beside the program: here the test program, which has no help of
 // its own until the test puts one there.
 class HelpCommand : public test::WindowFixture {
@@ -114,18 +100,28 @@ protected:
     void TearDown() override { QDir(HelpFolder()).removeRecursively(); }
 };
 
-TEST_F(HelpCommand, WithHelpBesideTheProgramOpensItsContents)
+TEST_F(HelpCommand, OpensTheContentsBesideTheProgramOrOnlySaysTheyAreMissing)
 {
-    ASSERT_TRUE(QDir().mkpath(HelpFolder()));
-    ASSERT_TRUE(QFile::copy(GuidePage("index.html"), HelpFolder() + QStringLiteral("/index.html")));
+    const QString index = HelpFolder() + QStringLiteral("/index.html");
     Start();
+    Action("mnuHelpFile")->trigger();
+    const std::vector<ScriptedDialogs::ShownMessage> missing = {
+        {"The help cannot be shown: the file " + index.toStdString() +
+             " is missing. Reinstall Tarvo Backplot or put its help folder back next to the program.",
+         "Corvane Backplot", MsgIcon::Exclamation, MsgButtons::Ok}};
+    EXPECT_EQ(dialogs.Messages, missing);
+    EXPECT_TRUE(window->findChildren<HelpWindow*>().isEmpty());
+
+    dialogs.Messages.clear();
+    ASSERT_TRUE(QDir().mkpath(HelpFolder()));
+    ASSERT_TRUE(QFile::copy(GuidePage("index.html"), index));
     Action("mnuHelpFile")->trigger();
     Action("mnuHelpFile")->trigger();
     EXPECT_TRUE(dialogs.Messages.empty());
     const auto helps = window->findChildren<HelpWindow*>();
     ASSERT_EQ(helps.size(), 1);
     EXPECT_TRUE(helps[0]->isVisible());
-    EXPECT_EQ(helps[0]->browser()->source().toLocalFile(), HelpFolder() + QStringLiteral("/index.html"));
+    EXPECT_EQ(helps[0]->browser()->source().toLocalFile(), index);
 }
 
 // The first group of every match of `pattern` in `text`.

@@ -10,8 +10,6 @@
 namespace backplot {
 namespace {
 
-// The open tests' program: the opened view is X -5..125, Y -17.5..47.5 (stored), 6 pixels a
-// unit: pixel = (6 x + 30, 6 y + 105).
 class ViewInteraction : public test::WindowFixture {
 protected:
     void SetUp() override { StartWithPart(); }
