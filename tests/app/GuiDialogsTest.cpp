@@ -1,31 +1,18 @@
 #include "DataFolder.h"
 #include "GuiDialogs.h"
 #include "InstanceLock.h"
-#include "TestPaths.h"
+#include "WindowFixture.h"
 
 #include <QAbstractButton>
-#include <QApplication>
 #include <QDir>
 #include <QMessageBox>
 #include <QRegularExpression>
-#include <QTimer>
-#include <functional>
 #include <tuple>
-#include <gtest/gtest.h>
 
 namespace backplot {
 namespace {
 
-// Runs `handle` on the next modal dialog once it is up; `handle` closes it.
-void OnNextModal(std::function<void(QWidget*)> handle, int attempt = 0)
-{
-    QTimer::singleShot(attempt == 0 ? 0 : 10, [handle, attempt] {
-        if (QWidget* modal = QApplication::activeModalWidget())
-            handle(modal);
-        else if (attempt < 200)
-            OnNextModal(handle, attempt + 1);
-    });
-}
+using test::OnNextModal;
 
 TEST(GuiDialogs, MessageBoxHasTheIconButtonsAndTitleAsked)
 {

@@ -1,32 +1,17 @@
-#include "CanvasWidget.h"
 #include "WindowFixture.h"
 
-#include <QApplication>
-#include <QImage>
 #include <QLabel>
-
-#include <optional>
 
 namespace backplot {
 namespace {
 
-using test::ScratchDir;
+using test::CountOf;
+using test::Part;
 
 const QColor Blue(0, 0, 255); // the default drawing colour, 0xFF0000 as 0xBBGGRR
 const QColor Black(0, 0, 0);  // the default axis colour
 const QColor White(255, 255, 255);
 
-// A rapid from the origin to (10, -10), one cut to (90, -10) and a dog-leg rapid to
-// (110, -20); M30 adds a rapid that moves nothing.
-//
-// Stored (Y negated) the ends span X 10..110, Y 10..20. On a 780 x 390 canvas (aspect 2):
-//   fit by width: FitSpan = 100 / 2 = 50, top = 15 - 25 = -10, view Y -10..40;
-//   zoom out by 0.3 * 50 = 15: view X -5..125, Y -25..55;
-//   fit by width again: FitSpan = 130 / 2 = 65, left = -5, top = 15 - 32.5 = -17.5.
-// A plot unit is 6 pixels: px = 6 x + 30, py = 6 y + 105. The origin is pixel (30, 105),
-// the cut runs along row 165 over columns 90..570, the last rapid goes diagonally from
-// (570, 165) to (630, 225), then along row 225 to (690, 225).
-constexpr const char* Part = "G00 X10. Y-10.\r\nG01 X90.\r\nG00 X110. Y-20.\r\nM30\r\n";
 constexpr const char* OtherPart = "G01 X40. Y-20.\r\nX0. Y0.\r\nM30\r\n";
 
 // Rapids are dotted 3 on, 3 off from their first pixel, every line leaves out its last
@@ -39,45 +24,16 @@ constexpr int RapidPixels = 29 + 29 + 30;
 //   32 * 18 + 12; the crossing counted once.
 constexpr int AxisPixels = 294 + 588 - 1;
 
-int CountOf(const QImage& picture, const QColor& colour)
-{
-    int count = 0;
-    for (int y = 0; y < picture.height(); ++y)
-        for (int x = 0; x < picture.width(); ++x)
-            count += picture.pixelColor(x, y) == colour;
-    return count;
-}
-
 class OpenFile : public test::WindowFixture {
 protected:
-    // The window, shown, with a canvas of exactly 780 x 390.
-    void StartShown()
-    {
-        Start().show();
-        QApplication::processEvents();
-        const QSize frame = window->size() - window->canvas().size();
-        window->resize(780 + frame.width(), 390 + frame.height());
-        QApplication::processEvents();
-        ASSERT_EQ(window->canvas().Picture().size(), QSize(780, 390));
-    }
-    // The toolbar's Open, the dialog answered with `path` or cancelled.
-    void OpenCommand(const std::optional<std::string>& path)
-    {
-        dialogs.OpenAnswers.push_back(path);
-        Button("Open")->trigger();
-    }
-    QImage Picture() const { return window->canvas().Picture(); }
     std::string Recent(int index) const
     {
         return Action(("mnuRecentFile" + std::to_string(index)).c_str())->data().toString().toStdString();
     }
-    using Shown = std::vector<test::ScriptedDialogs::ShownMessage>;
-    static Shown Error(const std::string& text)
+    static std::vector<test::ScriptedDialogs::ShownMessage> Error(const std::string& text)
     {
         return {{text, "Corvane Backplot", MsgIcon::Critical, MsgButtons::Ok}};
     }
-
-    ScratchDir programs;
 };
 
 TEST_F(OpenFile, ProgramFromTheDialogIsDrawnWithTheOpenMargin)
@@ -102,7 +58,6 @@ TEST_F(OpenFile, ProgramFromTheDialogIsDrawnWithTheOpenMargin)
     EXPECT_EQ(window->DialogFileTitle(), "part.nc");
     EXPECT_EQ(codes.mid(1), QStringList({" Translating file.", " Drawing file.", " part.nc"}));
     EXPECT_EQ(window->lblComment()->text(), " Opening file " + QString::fromStdString(path));
-    EXPECT_TRUE(window->programLoaded() && Button("Refresh")->isEnabled() && Action("mnuRedraw")->isEnabled());
     EXPECT_EQ(StoredRecent(), (std::vector<std::string>{path, "Not Used", "Not Used", "Not Used"}));
     EXPECT_EQ(Recent(1), path);
 
@@ -146,35 +101,6 @@ TEST_F(OpenFile, ProgramFromTheDialogIsDrawnWithTheOpenMargin)
     EXPECT_TRUE(dialogs.Messages.empty());
 }
 
-TEST_F(OpenFile, CancelKeepsProgramPictureAndMenus)
-{
-    const std::string path = programs.Write("part.nc", Part);
-    StartShown();
-    OpenCommand(path);
-    const QImage picture = Picture();
-    ASSERT_EQ(CountOf(picture, Blue), CutPixels + RapidPixels);
-
-    // OpenFile on its own leaves the abort flag up, empties the file name and comment
-    // before asking, and draws the picture again as it was.
-    dialogs.OpenAnswers.push_back(std::nullopt);
-    window->OpenFile();
-    EXPECT_TRUE(window->translator().State().AbortTranslation);
-    EXPECT_EQ(Picture(), picture);
-    EXPECT_TRUE(window->FileName().empty());
-    EXPECT_EQ(window->lblComment()->text(), "");
-    EXPECT_EQ(window->lblCode()->text(), " part.nc");
-
-    // The command lowers the flag; menus, controls and the recent list stay.
-    OpenCommand(std::nullopt);
-    EXPECT_EQ(dialogs.OpenRequests.size(), 3u);
-    EXPECT_FALSE(window->translator().State().AbortTranslation);
-    EXPECT_TRUE(window->programLoaded() && Button("Refresh")->isEnabled() && Action("mnuRedraw")->isEnabled());
-    EXPECT_EQ(StoredRecent(), (std::vector<std::string>{path, "Not Used", "Not Used", "Not Used"}));
-    Button("Refresh")->trigger(); // the records drawn are still the program's
-    EXPECT_EQ(Picture(), picture);
-    EXPECT_TRUE(dialogs.Messages.empty());
-}
-
 TEST_F(OpenFile, ReopeningFromTheRecentListKeepsItsPlace)
 {
     const std::string first = programs.Write("part.nc", Part);
@@ -193,15 +119,13 @@ TEST_F(OpenFile, ReopeningFromTheRecentListKeepsItsPlace)
     EXPECT_EQ(Picture(), firstPicture);
     EXPECT_EQ(window->lblCode()->text(), "  " + QString::fromStdString(first));
     EXPECT_EQ(StoredRecent(), (std::vector<std::string>{second, first, "Not Used", "Not Used"}));
-    EXPECT_EQ(Recent(1), second);
-    EXPECT_EQ(Recent(2), first);
     EXPECT_FALSE(Action("mnuRecentFile3")->isVisible());
 
     OpenCommand(first); // through the dialog it goes to the top again
     EXPECT_EQ(StoredRecent(), (std::vector<std::string>{first, second, first, "Not Used"}));
 }
 
-TEST_F(OpenFile, EmptyOrMissingFileIsReportedAndThePictureStays)
+TEST_F(OpenFile, CancelledEmptyOrMissingFileKeepsTheProgramAndItsPicture)
 {
     const std::string missing = programs.Folder() + "gone.nc";
     StoreRecent(1, QString::fromStdString(missing));
@@ -215,8 +139,29 @@ TEST_F(OpenFile, EmptyOrMissingFileIsReportedAndThePictureStays)
     EXPECT_FALSE(Action("mnuDetails")->isEnabled());
     EXPECT_TRUE(Action("mnuStep")->isEnabled() && Action("mnuRedraw")->isEnabled());
     const QImage picture = Picture();
+    ASSERT_EQ(CountOf(picture, Blue), CutPixels + RapidPixels);
     const std::vector<std::string> recent{path, missing, "Not Used", "Not Used"};
     ASSERT_EQ(StoredRecent(), recent);
+
+    // OpenFile on its own leaves the abort flag up, empties the file name and comment
+    // before asking, and draws the picture again as it was.
+    dialogs.OpenAnswers.push_back(std::nullopt);
+    window->OpenFile();
+    EXPECT_TRUE(window->translator().State().AbortTranslation);
+    EXPECT_EQ(Picture(), picture);
+    EXPECT_TRUE(window->FileName().empty());
+    EXPECT_EQ(window->lblComment()->text(), "");
+    EXPECT_EQ(window->lblCode()->text(), " part.nc");
+
+    // The command lowers the flag; menus, controls and the recent list stay.
+    OpenCommand(std::nullopt);
+    EXPECT_EQ(dialogs.OpenRequests.size(), 3u);
+    EXPECT_FALSE(window->translator().State().AbortTranslation);
+    EXPECT_TRUE(window->programLoaded() && Button("Refresh")->isEnabled() && Action("mnuRedraw")->isEnabled());
+    EXPECT_EQ(StoredRecent(), recent);
+    Button("Refresh")->trigger(); // the records drawn are still the program's
+    EXPECT_EQ(Picture(), picture);
+    EXPECT_TRUE(dialogs.Messages.empty());
 
     OpenCommand(empty);
     EXPECT_EQ(dialogs.Messages, Error(empty + " is an empty file"));

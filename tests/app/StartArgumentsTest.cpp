@@ -7,8 +7,6 @@
 namespace backplot {
 namespace {
 
-using test::ScratchDir;
-
 TEST(StartArguments, ParsesOneOptionalProgramFile)
 {
     struct Row {
@@ -35,76 +33,53 @@ TEST(StartArguments, ParsesOneOptionalProgramFile)
 }
 
 // A rapid and a cut; the M30 block in linear mode draws nothing: two records.
-constexpr const char* Part = "G00 X10. Y-10.\r\nG01 X90.\r\nM30\r\n";
+constexpr const char* TwoRecords = "G00 X10. Y-10.\r\nG01 X90.\r\nM30\r\n";
 
-class StartWindow : public test::WindowFixture {
-protected:
-    void OpenAtStart(const QString& path)
-    {
+using StartWindow = test::WindowFixture;
+
+TEST_F(StartWindow, NamedProgramIsOpenedOnceTheWindowRunsAsIfChosenInTheDialog)
+{
+    const std::string missing = programs.Folder() + "gone.nc";
+    const std::string empty = programs.Write("empty.nc", "");
+    const std::string part = programs.Write("bracket.nc", TwoRecords);
+    const struct {
+        const char* behaviour;
+        std::string path;
+        std::string message; // shown as an error, or none
+    } rows[] = {
+        {"no program given opens nothing", "", ""},
+        {"a missing program is named", missing,
+         "The program file " + missing + " cannot be opened: there is no such file."},
+        {"an empty program gets the open message", empty, empty + " is an empty file"},
+        // Last, so that the rows before it find the recent files unused.
+        {"a program is opened", part, ""},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.behaviour);
+        dialogs.Messages.clear();
         Start().show();
         StartArguments start;
-        start.ProgramPath = path;
+        start.ProgramPath = QString::fromStdString(row.path);
         start.OpenWhenShown(*window);
+        EXPECT_FALSE(window->programLoaded()); // not before the window's first events
+        QApplication::processEvents();
+        const bool opened = row.path == part;
+        std::vector<test::ScriptedDialogs::ShownMessage> expected;
+        if (!row.message.empty())
+            expected.push_back({row.message, "Corvane Backplot", MsgIcon::Critical, MsgButtons::Ok});
+        EXPECT_EQ(dialogs.Messages, expected);
+        EXPECT_TRUE(dialogs.OpenRequests.empty());
+        EXPECT_EQ(window->programLoaded(), opened);
+        EXPECT_EQ(Action("mnuStep")->isEnabled(), opened);
+        EXPECT_EQ(Button("Step")->isEnabled(), opened);
+        const std::string first = opened ? part : "Not Used";
+        EXPECT_EQ(StoredRecent(), (std::vector<std::string>{first, "Not Used", "Not Used", "Not Used"}));
     }
-    ScratchDir folder;
-};
-
-TEST_F(StartWindow, NoProgramGivenOpensNothing)
-{
-    OpenAtStart(QString());
-    QApplication::processEvents();
-    EXPECT_EQ(window->FileName(), "");
-    EXPECT_FALSE(window->programLoaded());
-    EXPECT_TRUE(dialogs.OpenRequests.empty());
-    EXPECT_TRUE(dialogs.Messages.empty());
-    EXPECT_FALSE(Action("mnuStep")->isEnabled());
-}
-
-TEST_F(StartWindow, GivenProgramIsOpenedOnceTheWindowRunsAsIfChosenInTheDialog)
-{
-    const std::string path = folder.Write("bracket.nc", Part);
-    OpenAtStart(QString::fromStdString(path));
-    EXPECT_FALSE(window->programLoaded()) << "opened before the window's first events";
-
-    QApplication::processEvents();
-    EXPECT_EQ(window->FileName(), path);
-    EXPECT_TRUE(window->programLoaded());
+    EXPECT_EQ(window->FileName(), part);
     EXPECT_EQ(window->plotter().RecordTotal, 2);
-    EXPECT_TRUE(dialogs.OpenRequests.empty()) << "no open dialog";
-    EXPECT_TRUE(dialogs.Messages.empty());
     EXPECT_EQ(window->lblCode()->text(), QStringLiteral(" bracket.nc"));
-    EXPECT_EQ(StoredRecent(), (std::vector<std::string>{path, "Not Used", "Not Used", "Not Used"}));
-    QAction* entry = Action("mnuRecentFile1");
-    EXPECT_TRUE(entry->isVisible());
-    EXPECT_EQ(entry->data().toString().toStdString(), path);
-    EXPECT_TRUE(Action("mnuStep")->isEnabled());
-    EXPECT_TRUE(Button(QStringLiteral("Step"))->isEnabled());
-}
-
-TEST_F(StartWindow, MissingProgramIsNamedAndNothingIsOpened)
-{
-    const QString path = QString::fromStdString(folder.Folder()) + QStringLiteral("gone.nc");
-    OpenAtStart(path);
-    QApplication::processEvents();
-    const std::vector<test::ScriptedDialogs::ShownMessage> expected = {
-        {"The program file " + path.toStdString() + " cannot be opened: there is no such file.", "Corvane Backplot",
-         MsgIcon::Critical, MsgButtons::Ok}};
-    EXPECT_EQ(dialogs.Messages, expected);
-    EXPECT_FALSE(window->programLoaded());
-    EXPECT_EQ(StoredRecent(), (std::vector<std::string>{"Not Used", "Not Used", "Not Used", "Not Used"}));
-}
-
-TEST_F(StartWindow, EmptyProgramGetsTheOpenMessageAndStaysOutOfTheRecentFiles)
-{
-    const std::string path = folder.Write("empty.nc", "");
-    OpenAtStart(QString::fromStdString(path));
-    QApplication::processEvents();
-    const std::vector<test::ScriptedDialogs::ShownMessage> expected = {
-        {path + " is an empty file", "Corvane Backplot", MsgIcon::Critical, MsgButtons::Ok}};
-    EXPECT_EQ(dialogs.Messages, expected);
-    EXPECT_FALSE(window->programLoaded());
-    EXPECT_FALSE(Action("mnuStep")->isEnabled());
-    EXPECT_EQ(StoredRecent(), (std::vector<std::string>{"Not Used", "Not Used", "Not Used", "Not Used"}));
+    EXPECT_TRUE(Action("mnuRecentFile1")->isVisible());
+    EXPECT_EQ(Action("mnuRecentFile1")->data().toString().toStdString(), part);
 }
 
 } // namespace

@@ -6,7 +6,6 @@
 #include <QMetaProperty>
 #include <QToolButton>
 #include <gtest/gtest.h>
-#include <vector>
 
 namespace backplot {
 namespace {

@@ -46,7 +46,6 @@ TEST(TKZColorSelector, IndexRoundTripAndChangeSignal)
     for (int i : {5, 15, 1, 0}) {
         selector.SetIndex(i);
         EXPECT_EQ(selector.Index(), i);
-        EXPECT_EQ(selector.property("Index").toInt(), i);
     }
     EXPECT_EQ(changed, (std::vector<int>{5, 15, 1, 0}));
 

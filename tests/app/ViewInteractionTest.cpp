@@ -1,36 +1,18 @@
-#include "CanvasWidget.h"
 #include "ViewCommands.h"
 #include "WindowFixture.h"
 #include "frmDrawAids.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
-#include <QTimer>
 
 namespace backplot {
 namespace {
 
-// The program of the open tests: on a 780 x 390 canvas the opened view is X -5..125,
-// Y -17.5..47.5 (stored), 6 pixels a unit: pixel = (6 x + 30, 6 y + 105).
-constexpr const char* Part = "G00 X10. Y-10.\r\nG01 X90.\r\nG00 X110. Y-20.\r\nM30\r\n";
-
 class ViewInteraction : public test::WindowFixture {
 protected:
-    void SetUp() override
-    {
-        Start().show();
-        QApplication::processEvents();
-        const QSize frame = window->size() - window->canvas().size();
-        window->resize(780 + frame.width(), 390 + frame.height());
-        QApplication::processEvents();
-        ASSERT_EQ(window->canvas().Picture().size(), QSize(780, 390));
-        dialogs.OpenAnswers.push_back(programs.Write("part.nc", Part));
-        Button("Open")->trigger();
-        ASSERT_TRUE(window->programLoaded());
-    }
+    void SetUp() override { StartWithPart(); }
     const ViewTransform& View() const { return window->plotter().View; }
     void ExpectView(float x1, float y1, float x2, float y2) const
     {
@@ -39,7 +21,6 @@ protected:
         EXPECT_NEAR(View().ViewX2, x2, 1e-4);
         EXPECT_NEAR(View().ViewY2, y2, 1e-4);
     }
-    QWidget* Canvas() const { return &window->canvas(); }
     void Drag(QPoint from, std::initializer_list<QPoint> through)
     {
         QTest::mousePress(Canvas(), Qt::LeftButton, {}, from);
@@ -48,9 +29,7 @@ protected:
             QApplication::sendEvent(Canvas(), &move);
         }
     }
-    QColor At(int x, int y) const { return window->canvas().Picture().pixelColor(x, y); }
-
-    test::ScratchDir programs;
+    QColor At(int x, int y) const { return Picture().pixelColor(x, y); }
 };
 
 TEST_F(ViewInteraction, ZoomWindowDraggedWithTheMouse)
@@ -80,10 +59,10 @@ TEST_F(ViewInteraction, ZoomWindowDraggedWithTheMouse)
     EXPECT_EQ(At(300, 120), QColor(Qt::white)); // no box left behind
 
     // A click without a drag keeps the scale and draws the same picture again.
-    const QImage zoomed = window->canvas().Picture();
+    const QImage zoomed = Picture();
     Button("ZWindow")->trigger();
     QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {200, 200});
-    EXPECT_EQ(window->canvas().Picture(), zoomed);
+    EXPECT_EQ(Picture(), zoomed);
 }
 
 TEST_F(ViewInteraction, PointPanMovesTheDrawingWithTheMouse)
@@ -110,15 +89,11 @@ TEST_F(ViewInteraction, ArrowsPlusAndMinusDriveTheViewFromTheKeyboard)
     ExpectView(-5, -17.5f, 125, 47.5f);
 
     const float span = View().FitSpan; // 65
-    for (const char key : {'+', '='}) {
+    const std::pair<char, float> zooms[] = {{'+', 0.3f}, {'=', 0.3f}, {'-', -0.3f}, {'_', -0.3f}};
+    for (const auto& [key, step] : zooms) {
         window->view().ZoomExtents();
         QTest::keyClick(Canvas(), key);
-        EXPECT_NEAR(View().ViewX1, -5 + 0.3f * span, 1e-3) << key;
-    }
-    for (const char key : {'-', '_'}) {
-        window->view().ZoomExtents();
-        QTest::keyClick(Canvas(), key);
-        EXPECT_NEAR(View().ViewX1, -5 - 0.3f * span, 1e-3) << key;
+        EXPECT_NEAR(View().ViewX1, -5 + step * span, 1e-3) << key;
     }
     // The E key: Full Drawing Extents, and its flag, which the next key clears.
     QTest::keyClick(Canvas(), Qt::Key_E);

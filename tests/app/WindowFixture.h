@@ -1,13 +1,21 @@
 #pragma once
 
+#include "CanvasWidget.h"
 #include "ScratchSettings.h"
 #include "ScriptedDialogs.h"
 #include "frmBackplot.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QImage>
+#include <QKeyEvent>
 #include <QSettings>
+#include <QTest>
+#include <QTimer>
+#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -16,6 +24,38 @@
 inline void PrintTo(const QString& text, std::ostream* os) { *os << '"' << text.toStdString() << '"'; }
 
 namespace backplot::test {
+
+// Four records: a rapid from the origin to (10, -10), a cut to (90, -10), a dog-leg rapid
+// to (110, -20), and the rapid of M30 that moves nothing.
+//
+// Stored (Y negated) the ends span X 10..110, Y 10..20. On a 780 x 390 canvas (aspect 2):
+//   fit by width: FitSpan = 100 / 2 = 50, top = 15 - 25 = -10, view Y -10..40;
+//   zoom out by 0.3 * 50 = 15: view X -5..125, Y -25..55;
+//   fit by width again: FitSpan = 130 / 2 = 65, left = -5, top = 15 - 32.5 = -17.5.
+// A plot unit is 6 pixels: px = 6 x + 30, py = 6 y + 105. The origin is pixel (30, 105),
+// the cut runs along row 165 over columns 90..570, the last rapid goes diagonally from
+// (570, 165) to (630, 225), then along row 225 to (690, 225).
+inline constexpr const char* Part = "G00 X10. Y-10.\r\nG01 X90.\r\nG00 X110. Y-20.\r\nM30\r\n";
+
+// Runs `handle` on the next modal dialog once it is up; `handle` closes it.
+inline void OnNextModal(std::function<void(QWidget*)> handle, int attempt = 0)
+{
+    QTimer::singleShot(attempt == 0 ? 0 : 10, [handle, attempt] {
+        if (QWidget* modal = QApplication::activeModalWidget())
+            handle(modal);
+        else if (attempt < 200)
+            OnNextModal(handle, attempt + 1);
+    });
+}
+
+inline int CountOf(const QImage& picture, const QColor& colour)
+{
+    int count = 0;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            count += picture.pixelColor(x, y) == colour;
+    return count;
+}
 
 // A main window on a scratch settings store, with scripted dialogs.
 class WindowFixture : public ::testing::Test {
@@ -42,8 +82,35 @@ protected:
     }
     frmBackplot& Start()
     {
+        window.reset(); // one window at a time
         window = std::make_unique<frmBackplot>(&dialogs);
         return *window;
+    }
+    // The window, shown, with a canvas of exactly 780 x 390.
+    void StartShown()
+    {
+        Start().show();
+        QApplication::processEvents();
+        const QSize frame = window->size() - window->canvas().size();
+        window->resize(780 + frame.width(), 390 + frame.height());
+        QApplication::processEvents();
+        ASSERT_EQ(Picture().size(), QSize(780, 390));
+    }
+    // The shown window with Part opened, and slow motion at a thousandth of a second a record.
+    std::string StartWithPart()
+    {
+        StartShown();
+        const std::string path = programs.Write("part.nc", Part);
+        OpenCommand(path);
+        EXPECT_EQ(window->plotter().RecordTotal, 4);
+        window->settings().SlowTime = 0.001f;
+        return path;
+    }
+    // The toolbar's Open, the dialog answered with `path` or cancelled.
+    void OpenCommand(const std::optional<std::string>& path)
+    {
+        dialogs.OpenAnswers.push_back(path);
+        Button("Open")->trigger();
     }
     QAction* Action(const char* name) const
     {
@@ -52,9 +119,18 @@ protected:
         return action;
     }
     QAction* Button(const QString& key) const { return window->button(key); }
+    QWidget* Canvas() const { return &window->canvas(); }
+    QImage Picture() const { return window->canvas().Picture(); }
+    void Type(char c) { QTest::keyClicks(Canvas(), QString(QChar(c))); }
+    // A key the user presses while a pass lets events run.
+    void PressDuringThePass(Qt::Key key, const QString& text)
+    {
+        QCoreApplication::postEvent(Canvas(), new QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier, text));
+    }
 
     ScratchSettings scope;
     ScriptedDialogs dialogs;
+    ScratchDir programs;
     std::unique_ptr<frmBackplot> window;
 };
 

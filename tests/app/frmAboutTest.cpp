@@ -1,4 +1,3 @@
-#include "Icons.h"
 #include "frmAbout.h"
 
 #include <QApplication>
@@ -31,7 +30,6 @@ TEST(frmAbout, ShowsTitleVersionQtAndLicenceLines)
         << version.toStdString();
     // The Qt library the program runs on, not the one it was compiled against.
     EXPECT_EQ(LabelText(about, "lblQtVersion"), QStringLiteral("Qt ") + QString::fromLatin1(qVersion()));
-    EXPECT_TRUE(LabelText(about, "lblQtVersion").startsWith(QStringLiteral("Qt 6.")));
     EXPECT_EQ(LabelText(about, "lblLicence"), QStringLiteral("GNU General Public License, version 3 or later"));
 
     auto* ok = about.findChild<QPushButton*>(QStringLiteral("cmdOK"));

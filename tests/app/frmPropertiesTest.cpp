@@ -1,10 +1,8 @@
-#include "ScriptedDialogs.h"
 #include "TKZBrowser.h"
 #include "TKZColorSelector.h"
-#include "TestPaths.h"
+#include "WindowFixture.h"
 #include "frmProperties.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QElapsedTimer>
@@ -12,15 +10,16 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMetaProperty>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTimer>
 #include <QToolButton>
-#include <functional>
-#include <gtest/gtest.h>
-#include <memory>
+#include <tuple>
+
+inline void PrintTo(const QVariant& value, std::ostream* os) { *os << value.toString().toStdString(); }
 
 namespace backplot {
 namespace {
@@ -72,6 +71,7 @@ public: // the table rows below reach the helpers through a reference
 TEST_F(Properties, PagesControlsAndCaptions)
 {
     Open();
+    EXPECT_EQ(dialog->windowTitle(), "Properties");
     auto* tabs = Find<QTabWidget>("TabProp");
     const QStringList captions = {"Files", "Axis Lines", "Slow Motion", "Back Ground Color", "Tool Color"};
     const QStringList keys = {"Files", "Axis", "SMotion", "BackGrd", "Tools"};
@@ -90,8 +90,8 @@ TEST_F(Properties, PagesControlsAndCaptions)
         EXPECT_EQ(Find<QGroupBox>(name)->title(), caption);
 
     const std::pair<const char*, const char*> texts[] = {
-        {"cmdProperties0", "OK"}, {"cmdProperties1", "Cancel"}, {"cmdProperties2", "Apply"},
-        {"cmdClear", "&Clear All"}, {"chkOpen0", "Mill"}, {"chkOpen1", "Lathe"},
+        {"cmdProperties0", "OK"}, {"cmdProperties1", "Cancel"}, {"cmdProperties2", "Apply"}, {"cmdClear", "&Clear All"},
+        {"chkOpen0", "Mill"}, {"chkOpen1", "Lathe"}, {"optPath0", "Yes"}, {"optPath1", "No"},
         {"picLineStyle0", "Solid"}, {"picLineStyle1", "Dash"}, {"lblCurrent", "Current:"}, {"lblNew", "New:"},
         {"lblCurrentLine", "Current"}, {"lblDefaultColor", "Default Line Color"}, {"lblTool0", "Tool 1"},
         {"lblTool9", "Tool 10"}};
@@ -106,16 +106,12 @@ TEST_F(Properties, PagesControlsAndCaptions)
         items << combo->itemText(i);
     EXPECT_EQ(items, QStringList({".05", ".10", ".15", ".20", ".25", ".30", ".35", ".45", ".55", ".65", ".75", "1"}));
 
-    for (const char* name : {"txtExt", "txtCurrentDir", "TKZBrowser1", "optPath0", "optPath1", "picCurrent",
-                             "piccolor", "clrBack", "picBColor", "chkToolColor", "clrDefaultColor",
-                             "lstToolChanges", "txtToolChangeNumber9", "clrToolChange9", "Timer1"})
-        EXPECT_NE(dialog->findChild<QObject*>(name), nullptr) << name;
     // What a screen reader says for the fields that have no caption of their own.
     EXPECT_EQ(Text("txtToolChangeNumber2")->accessibleName(), "Tool 3 number");
     EXPECT_EQ(Selector("clrToolChange2")->accessibleName(), "Tool 3 color");
 }
 
-TEST_F(Properties, LoadShowsTheSettings)
+TEST_F(Properties, LoadShowsTheSettingsAndMarksNothing)
 {
     settings.FileExt = "*.nc";
     settings.WorkDir = "/no/such/folder";
@@ -132,20 +128,16 @@ TEST_F(Properties, LoadShowsTheSettings)
     state.ToolChangeCount = 3;
     Open();
 
-    EXPECT_EQ(Text("txtExt")->text(), "*.nc");
-    EXPECT_EQ(Text("txtCurrentDir")->text(), "/no/such/folder");
-    EXPECT_EQ(Find<TKZBrowser>("TKZBrowser1")->Path(), "");
-    EXPECT_EQ(Find<QComboBox>("cmbSloMo")->currentText(), ".45");
-    EXPECT_TRUE(Find<QRadioButton>("chkOpen1")->isChecked());
-    EXPECT_EQ(Selector("piccolor")->Index(), 4);
-    EXPECT_EQ(Selector("clrBack")->Index(), 3);
+    // Each control's value as a user property: text, current item, tick, colour index, path.
+    const std::pair<const char*, QVariant> shown[] = {
+        {"txtExt", "*.nc"}, {"txtCurrentDir", "/no/such/folder"}, {"TKZBrowser1", ""}, {"cmbSloMo", ".45"},
+        {"chkOpen1", true}, {"piccolor", 4}, {"clrBack", 3}, {"clrDefaultColor", 12}, {"chkToolColor", true},
+        {"txtToolChangeNumber0", "17"}, {"clrToolChange0", 5}, {"txtToolChangeNumber9", "4"}, {"clrToolChange9", 14}};
+    for (const auto& [name, value] : shown) {
+        const QWidget* control = Find(name);
+        EXPECT_EQ(control->metaObject()->userProperty().read(control), value) << name;
+    }
     EXPECT_EQ(Find<QFrame>("picBColor")->palette().color(QPalette::Window), QColor(0x56, 0x34, 0x12));
-    EXPECT_EQ(Selector("clrDefaultColor")->Index(), 12);
-    EXPECT_TRUE(Find<QCheckBox>("chkToolColor")->isChecked());
-    EXPECT_EQ(Text("txtToolChangeNumber0")->text(), "17");
-    EXPECT_EQ(Selector("clrToolChange0")->Index(), 5);
-    EXPECT_EQ(Text("txtToolChangeNumber9")->text(), "4");
-    EXPECT_EQ(Selector("clrToolChange9")->Index(), 14);
     QStringList listed;
     auto* list = Find<QListWidget>("lstToolChanges");
     for (int i = 0; i < list->count(); ++i)
@@ -157,10 +149,8 @@ TEST_F(Properties, LoadShowsTheSettings)
     dialog->Timer1_Timer();
     EXPECT_FALSE(Button(2)->isEnabled());
     EXPECT_TRUE(Find<QTimer>("Timer1")->isActive());
-}
 
-TEST_F(Properties, SlowTimeBetweenTheItemsSelectsNone)
-{
+    // A slow time between the items selects none, and Apply keeps it.
     settings.SlowTime = 0.4f;
     Open();
     EXPECT_EQ(Find<QComboBox>("cmbSloMo")->currentIndex(), -1);
@@ -197,10 +187,7 @@ TEST_F(Properties, EditsMarkTheirPage)
         dialog->Timer1_Timer();
         EXPECT_TRUE(Button(2)->isEnabled()) << row.behaviour;
     }
-}
-
-TEST_F(Properties, Timer1EnablesApplyOnItsOwn)
-{
+    // Left alone, the timer enables Apply by itself.
     Open();
     Text("txtExt")->setText("*.nc");
     QElapsedTimer waited;
@@ -366,12 +353,10 @@ TEST_F(Properties, CurrentLinePreviewPixels)
         return Find<QLabel>("picCurrent")->pixmap().toImage().pixelColor(x, y);
     };
     const QColor red(255, 0, 0), cyan(0, 255, 255);
-    EXPECT_EQ(pixel(0, 10), red);
-    EXPECT_EQ(pixel(17, 10), red);
-    EXPECT_EQ(pixel(18, 10), cyan);
-    EXPECT_EQ(pixel(23, 10), cyan);
-    EXPECT_EQ(pixel(24, 10), red);
-    EXPECT_EQ(pixel(20, 9), cyan);
+    const std::tuple<int, int, QColor> dashed[] = {
+        {0, 10, red}, {17, 10, red}, {18, 10, cyan}, {23, 10, cyan}, {24, 10, red}, {20, 9, cyan}};
+    for (const auto& [x, y, colour] : dashed)
+        EXPECT_EQ(pixel(x, y), colour) << x << ", " << y;
     Find<QToolButton>("picLineStyle0")->click();
     EXPECT_EQ(pixel(20, 10), red);
 }
@@ -382,8 +367,8 @@ TEST_F(Properties, ShowModalRunsTheCommandInOrder)
 {
     std::vector<std::string> events;
     dialogs.OnPointer = [&](MousePointer p) { events.push_back(p == MousePointer::Hourglass ? "busy" : "default"); };
-    QTimer::singleShot(0, [&] {
-        auto* open = qobject_cast<frmProperties*>(QApplication::activeModalWidget());
+    test::OnNextModal([&](QWidget* modal) {
+        auto* open = qobject_cast<frmProperties*>(modal);
         ASSERT_NE(open, nullptr);
         events.push_back("shown");
         open->findChild<QRadioButton*>("chkOpen1")->click();
@@ -396,6 +381,43 @@ TEST_F(Properties, ShowModalRunsTheCommandInOrder)
         [&](bool mill) { events.push_back(mill ? "mill" : "lathe"); }, [&] { events.push_back("after"); });
     EXPECT_EQ(events, (std::vector<std::string>{"busy", "shown", "lathe", "after", "default"}));
     EXPECT_FALSE(settings.Mill);
+}
+
+using PropertiesCommand = test::WindowFixture;
+
+TEST_F(PropertiesCommand, NewBackColourRedrawsThePlotAndLatheReachesTheTranslator)
+{
+    StartShown();
+    OpenCommand(programs.Write("part.nc", "G1 X10 Y0\r\nX10 Y5\r\n"));
+    const QColor blue(0, 0, 255), red(255, 0, 0);
+    const int cutPixels = test::CountOf(Picture(), blue);
+    ASSERT_GT(cutPixels, 0);
+    ASSERT_TRUE(window->translator().State().Mill);
+
+    bool shown = false;
+    test::OnNextModal([&](QWidget* modal) {
+        auto* open = qobject_cast<frmProperties*>(modal);
+        if (!open)
+            return void(modal->close());
+        shown = true;
+        const auto apply = [open] {
+            open->Timer1_Timer();
+            open->findChild<QPushButton*>("cmdProperties2")->click();
+        };
+        open->findChild<TKZColorSelector*>("clrBack")->SetIndex(12);
+        apply();
+        open->findChild<QRadioButton*>("chkOpen1")->click();
+        apply();
+        open->findChild<QPushButton*>("cmdProperties0")->click();
+    });
+    Button("Properties")->trigger();
+    EXPECT_TRUE(shown);
+
+    EXPECT_EQ(window->settings().Backcolor, 0x0000FF);
+    EXPECT_EQ(Picture().pixelColor(0, 0), red);
+    EXPECT_EQ(test::CountOf(Picture(), blue), cutPixels); // the same cuts, drawn again on red
+    EXPECT_FALSE(window->settings().Mill);
+    EXPECT_FALSE(window->translator().State().Mill);
 }
 
 } // namespace
