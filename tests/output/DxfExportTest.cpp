@@ -1,4 +1,6 @@
 #include "DxfExport.h"
+#include "DxfReal.h"
+#include "ExportFileName.h"
 #include "OutputTestSupport.h"
 #include "Plotter.h"
 #include "ScaleSurface.h"
@@ -14,6 +16,68 @@ using test::CrLf;
 using test::EntitiesPart;
 using test::ReadAll;
 using Message = test::ScriptedDialogs::ShownMessage;
+
+struct DxfRealRow {
+    const char* behaviour;
+    double value; // DxfSingle's rows are float literals, which a double holds exactly
+    const char* text;
+};
+
+TEST(DxfReal, SingleValuesInTheShortestGeneralForm)
+{
+    const DxfRealRow rows[] = {
+        {"zero", 0.0f, "0"},
+        {"negative zero has no sign", -0.0f, "0"},
+        {"no zero before the point", 0.25f, ".25"},
+        {"negative below one", -0.5f, "-.5"},
+        {"whole value without a point", 3.0f, "3"},
+        {"whole negative", -12.0f, "-12"},
+        {"float noise cut at 7 digits", 0.1f, ".1"},
+        {"seven digits kept", 1.234567f, "1.234567"},
+        {"eighth digit rounds up", 3.14159274f, "3.141593"},
+        {"trailing zeros dropped", 5.5f, "5.5"},
+        {"smallest fixed magnitude", 0.0001f, ".0001"},
+        {"exponent below 1E-04", 0.00001f, "1E-05"},
+        {"negative exponent form", -0.000025f, "-2.5E-05"},
+        {"largest fixed whole value", 1234567.0f, "1234567"},
+        {"exponent from 1E+07", 12345678.0f, "1.234568E+07"},
+        {"exactly 1E+07", 10000000.0f, "1E+07"},
+        {"largest seven nines", 9999999.0f, "9999999"},
+        {"rounding carries into a new digit", 1.9999999f, "2"},
+        {"leading zeros after the point", 0.09999999403953552f, ".09999999"},
+        {"two-digit exponent", 1e-30f, "1E-30"},
+        {"a half at the eighth digit goes away from zero", 12345665.0f, "1.234567E+07"},
+        {"a negative half too", -12345665.0f, "-1.234567E+07"},
+        {"just under one", 0.99999994f, ".9999999"},
+        {"canvas edge", -5.675f, "-5.675"},
+    };
+    for (const DxfRealRow& row : rows)
+        EXPECT_EQ(DxfSingle(static_cast<float>(row.value)), row.text) << row.behaviour;
+}
+
+TEST(DxfReal, DoubleValuesKeepFifteenDigits)
+{
+    const DxfRealRow rows[] = {
+        // The line-type pattern lengths.
+        {"CONTINUOUS pattern", 0.0, "0"},
+        {"DASHED pattern", 0.8, ".8"},
+        {"DASHED gap", -0.3, "-.3"},
+        {"DOT pattern", 0.2, ".2"},
+        {"DOT gap", -0.1, "-.1"},
+        {"DASHDOT pattern, whole", 1.0, "1"},
+        {"CENTER pattern", 1.1, "1.1"},
+        {"negative zero", -0.0, "0"},
+        {"fifteen digits", 0.123456789012345, ".123456789012345"},
+        {"sixteenth digit rounds", 2.0 / 3.0, ".666666666666667"},
+        {"a value a float would cut", 1234567.8, "1234567.8"},
+        {"whole up to 15 digits", 123456789012345.0, "123456789012345"},
+        {"exponent from 1E+15", 1e15, "1E+15"},
+        {"exponent below 1E-04", 0.00005, "5E-05"},
+        {"three exponent digits", 1e-100, "1E-100"},
+    };
+    for (const DxfRealRow& row : rows)
+        EXPECT_EQ(DxfDouble(row.value), row.text) << row.behaviour;
+}
 
 // Everything from the tables to the opening of the entities section, spelled out.
 const std::string FixedMiddle = CrLf({
@@ -67,11 +131,15 @@ protected:
         EXPECT_TRUE(DxfExport(rig.T, rig.Dialogs).ExportTo(path, canvas, error)) << error;
         return ReadAll(path);
     }
-    test::TranslatorRig rig;
+    test::PlotRig rig;
 };
 
 TEST_F(DxfExportTest, ExampleProgramComesOutByteForByte)
 {
+    // No program opened, no record file at all: still the header, the tables and an empty
+    // entities section.
+    EXPECT_EQ(Export(), CanvasHeader + FixedMiddle + FileEnd);
+
     // A cut from (0, 0) to (10, 5.5), then a clockwise quarter arc of radius 2 about
     // (10, 3.5) from 90 to 0 degrees.
     rig.Translate("G1 X10. Y5.5\nG2 X12. Y3.5 I0. J-2.\n");
@@ -83,13 +151,6 @@ TEST_F(DxfExportTest, ExampleProgramComesOutByteForByte)
     // Consumed: nothing is left for the next export.
     EXPECT_TRUE(rig.T.Dxf().Lines.empty() && rig.T.Dxf().Arcs.empty());
     EXPECT_FALSE(rig.T.State().CollectDxf);
-}
-
-TEST_F(DxfExportTest, NothingToExportStillGivesHeaderTablesAndEmptyEntities)
-{
-    // No program opened: there is no record file at all.
-    EXPECT_EQ(Export(), CanvasHeader + FixedMiddle + FileEnd);
-    EXPECT_TRUE(rig.Dialogs.Messages.empty());
 }
 
 TEST_F(DxfExportTest, WhatTheRerunWrites)
@@ -157,10 +218,7 @@ TEST_F(DxfExportTest, EveryExportMeetsTheToolChangesAgainUntilTheTableOverruns)
 TEST_F(DxfExportTest, HeaderFollowsTheCanvasAfterAZoomWhileEntitiesStay)
 {
     rig.Translate("G0 X0 Y0\nG1 X10.\n");
-    Settings settings;
-    Translator& t = rig.T;
-    Plotter plotter(settings, t.ToolColors(), t.State(), rig.Playback, t.Record(), rig.Dialogs, rig.Events,
-                    [&t] { return t.RecordFilePath(); });
+    Plotter& plotter = rig.View;
     ScaleSurface canvas(400, 200);
     const auto headerOf = [](const std::string& dxf) { return dxf.substr(0, dxf.find("0\r\nSECTION\r\n2\r\nTABLES")); };
     const auto scale = [&] {
@@ -202,19 +260,31 @@ TEST_F(DxfExportTest, TargetsThatCannotBeWrittenFailWithTheirReasonAndLeaveNothi
     EXPECT_TRUE(rig.T.Dxf().Lines.empty());
 }
 
-TEST_F(DxfExportTest, SaveAsDXFNamesTheFileByTheExtensionRule)
+TEST(ExportFileName, ExtensionOnlyWhenThereIsNoDotAnywhere)
 {
-    rig.Translate("G1 X1.\n");
+    EXPECT_EQ(WithDefaultExtension("/out/part", ".dxf"), "/out/part.dxf");
+    EXPECT_EQ(WithDefaultExtension("/out/part.txt", ".dxf"), "/out/part.txt");
+    EXPECT_EQ(WithDefaultExtension("/v1.2/part", ".dxf"), "/v1.2/part"); // a dot in a folder counts
+    EXPECT_EQ(WithDefaultExtension("/out/part.", ".bmp"), "/out/part.");
+    EXPECT_EQ(WithDefaultExtension("part", ".bmp"), "part.bmp");
+}
+
+TEST_F(DxfExportTest, SaveAsDXFNamesTheFileByTheRuleOrEndsSilently)
+{
+    rig.Translate("G1 X1. T1\n");
     const std::filesystem::path folder = rig.Folder.Path();
     if (folder.string().find('.') != std::string::npos)
         GTEST_SKIP() << "the scratch folder's path holds a dot: " << folder;
-    std::filesystem::create_directory(folder / "v1.2");
-    const std::pair<std::filesystem::path, std::filesystem::path> rows[] = {
-        {folder / "part", folder / "part.dxf"},               // no dot: ".dxf" added
-        {folder / "v1.2" / "part", folder / "v1.2" / "part"}, // a dot in a folder counts
-        {folder / "drawing.bmp", folder / "drawing.bmp"},     // the bitmap entry still writes DXF
-    };
     ExportFileName name;
+    // Cancel: no re-run, nothing written, the name kept.
+    DxfExport(rig.T, rig.Dialogs).SaveAsDXF(name, "", Canvas);
+    EXPECT_EQ(rig.T.State().ToolChangeCount, 1);
+    EXPECT_EQ(name.Name(), "");
+
+    const std::pair<std::filesystem::path, std::filesystem::path> rows[] = {
+        {folder / "part", folder / "part.dxf"},           // no dot: ".dxf" added
+        {folder / "drawing.bmp", folder / "drawing.bmp"}, // the bitmap entry still writes DXF
+    };
     for (const auto& [chosen, written] : rows) {
         rig.Dialogs.SaveAnswers.push_back(chosen.string());
         DxfExport(rig.T, rig.Dialogs).SaveAsDXF(name, "/work/dir", Canvas);
@@ -225,24 +295,14 @@ TEST_F(DxfExportTest, SaveAsDXFNamesTheFileByTheExtensionRule)
     using Request = test::ScriptedDialogs::SaveRequest;
     EXPECT_EQ(rig.Dialogs.SaveRequests.back(),
               (Request{"Save As DXF File", "/work/dir", {{"DXF files", "*.dxf"}, {"Windows bmps", "*.bmp"}}, true}));
-}
 
-TEST_F(DxfExportTest, SaveAsDXFEndsSilentlyOnCancelOrAnUnwritableFile)
-{
-    rig.Translate("G1 X1. T1\n");
-    ExportFileName name;
-    // Cancel: no re-run, nothing written, the name kept.
-    DxfExport(rig.T, rig.Dialogs).SaveAsDXF(name, "", Canvas);
-    EXPECT_EQ(rig.T.State().ToolChangeCount, 1);
-    EXPECT_EQ(name.Name(), "");
     // A folder chosen as the file: the re-run happens, the write fails, nothing is said.
-    const std::filesystem::path folder = rig.Folder.Path() / "v1.2";
-    std::filesystem::create_directory(folder);
-    rig.Dialogs.SaveAnswers.push_back(folder.string());
+    std::filesystem::create_directory(folder / "v1.2");
+    rig.Dialogs.SaveAnswers.push_back((folder / "v1.2").string());
     DxfExport(rig.T, rig.Dialogs).SaveAsDXF(name, "", Canvas);
-    EXPECT_EQ(name.Name(), folder.string());
-    EXPECT_EQ(rig.T.State().ToolChangeCount, 2);
-    EXPECT_TRUE(std::filesystem::is_directory(folder));
+    EXPECT_EQ(name.Name(), (folder / "v1.2").string());
+    EXPECT_EQ(rig.T.State().ToolChangeCount, 4);
+    EXPECT_TRUE(std::filesystem::is_directory(folder / "v1.2"));
     EXPECT_TRUE(rig.Dialogs.Messages.empty());
     EXPECT_TRUE(rig.T.Dxf().Lines.empty());
     EXPECT_FALSE(rig.T.State().CollectDxf);

@@ -12,10 +12,17 @@
 
 namespace backplot::test {
 
-class IdlePump : public EventPump {
-public:
+struct IdlePump : EventPump {
     void ProcessEvents() override {}
 };
+
+// A rectangle 40 wide and 10 high: stored Y from -10 (machine Y 10) to 0.
+constexpr const char* Rectangle = "G0 X0 Y0\nG1 X40.\nG1 Y10.\nG1 X0.\nG1 Y0.\n";
+
+inline void SetView(ViewTransform& view, float x1, float y1, float x2, float y2)
+{
+    view.ViewX1 = x1, view.ViewY1 = y1, view.ViewX2 = x2, view.ViewY2 = y2;
+}
 
 // A translator working in a scratch folder, with scripted dialogs.
 struct TranslatorRig {
@@ -54,13 +61,7 @@ struct PlotRig : TranslatorRig {
         View.RecordTotal = T.State().RecordCount;
         View.PlotLast = View.RecordTotal;
     }
-    void SetView(float x1, float y1, float x2, float y2)
-    {
-        View.View.ViewX1 = x1;
-        View.View.ViewY1 = y1;
-        View.View.ViewX2 = x2;
-        View.View.ViewY2 = y2;
-    }
+    void SetView(float x1, float y1, float x2, float y2) { test::SetView(View.View, x1, y1, x2, y2); }
 };
 
 // Lines of a DXF text, each ended by CR LF.

@@ -12,8 +12,7 @@
 namespace backplot {
 namespace {
 
-// A rectangle 40 wide and 10 high: stored Y from -10 (machine Y 10) to 0.
-constexpr const char* Rectangle = "G0 X0 Y0\nG1 X40.\nG1 Y10.\nG1 X0.\nG1 Y0.\n";
+using test::Rectangle;
 
 // The printed page as a picture at 100 dots per inch (1.389 pixels a point). The printer
 // keeps page sizes in whole points: A4 is 595 x 842 points (827 x 1170 pixels), and inside
@@ -48,14 +47,18 @@ std::vector<int> Marks(const QImage& page, int at, bool alongColumn)
     return marks;
 }
 
-QRect DrawnBox(const QImage& page)
+// The A4 page with the rectangle's edges, within a pixel, across the page's middle row
+// (x 0 and x 40) and down its middle column (stored y -10 and 0).
+void ExpectRectangleEdges(const QImage& page, int left, int right, int top, int bottom)
 {
-    QRect box;
-    for (int y = 0; y < page.height(); ++y)
-        for (int x = 0; x < page.width(); ++x)
-            if (Dark(page, x, y))
-                box |= QRect(x, y, 1, 1);
-    return box;
+    ASSERT_EQ(page.size(), QSize(827, 1170));
+    const std::pair<std::vector<int>, std::vector<int>> lines[] = {
+        {Marks(page, 585, false), {left, right}}, {Marks(page, 413, true), {top, bottom}}};
+    for (const auto& [marks, expected] : lines) {
+        ASSERT_EQ(marks.size(), 2u);
+        for (int i : {0, 1})
+            EXPECT_NEAR(marks[i], expected[i], 1);
+    }
 }
 
 class PrintTest : public ::testing::Test {
@@ -89,45 +92,43 @@ TEST_F(PrintTest, WideViewFillsThePageWidthCentredVertically)
     EXPECT_EQ(status, QStringLiteral("  No printer here: the page was saved as ") + output.PdfFile());
 
     // 60 units across 539 points: 8.983 points a unit. The page spans 60 / (539 / 786) =
-    // 87.495 units down, centred on the view's middle y = -5: from -48.748 to 38.748.
-    const PrintMapping& m = output.Mapping();
-    EXPECT_NEAR(m.PageAspect, 539.0 / 786.0, 1e-6);
-    EXPECT_NEAR(m.PrintHeight, 87.495, 0.001);
+    // 87.495 units down, centred on the view's middle y = -5: from -48.748 to 38.748, which
+    // the main view takes over.
     EXPECT_NEAR(rig.View.View.ViewY1, -48.748, 0.001);
     EXPECT_NEAR(rig.View.View.ViewY2, 38.748, 0.001);
-    EXPECT_FLOAT_EQ(rig.View.View.ViewX1, -10);
-    EXPECT_FLOAT_EQ(rig.View.View.ViewX2, 50);
     // Two 15-twip pixels of a page 786 points (15720 twips) high spanning 87.495 units.
-    EXPECT_NEAR(m.PrinterPixel, 0.16698, 1e-5);
+    EXPECT_NEAR(output.Mapping().PrinterPixel, 0.16698, 1e-5);
 
-    const QImage page = Rasterise(pdf);
-    ASSERT_EQ(page.size(), QSize(827, 1170));
     // Edges: x 0 at 28 + 10 x 8.983 = 117.8 points (163.7 px), x 40 at 477.2 points
     // (662.7 px); stored y -10 at 28 + 38.748 x 8.983 = 376.1 points (522.4 px), y 0 at
     // 465.9 points (647.1 px).
-    const std::vector<int> across = Marks(page, 585, false);
-    ASSERT_EQ(across.size(), 2u);
-    EXPECT_NEAR(across[0], 164, 1);
-    EXPECT_NEAR(across[1], 663, 1);
-    const std::vector<int> down = Marks(page, 413, true);
-    ASSERT_EQ(down.size(), 2u);
-    EXPECT_NEAR(down[0], 522, 1);
-    EXPECT_NEAR(down[1], 647, 1);
-    // Centred: the drawing's middle is the page's middle.
-    const QRect box = DrawnBox(page);
+    const QImage page = Rasterise(pdf);
+    ExpectRectangleEdges(page, 164, 663, 522, 647);
+    // Centred: the drawing's middle is the page's middle, 28 + 786 / 2 = 421 points down.
+    QRect box;
+    for (int y = 0; y < page.height(); ++y)
+        for (int x = 0; x < page.width(); ++x)
+            if (Dark(page, x, y))
+                box |= QRect(x, y, 1, 1);
     EXPECT_NEAR(box.center().x(), 413, 2);
-    EXPECT_NEAR(box.center().y(), 585, 2); // 28 + 786 / 2 = 421 points
+    EXPECT_NEAR(box.center().y(), 585, 2);
 }
 
-TEST_F(PrintTest, FailuresShowTheMessageAndSendNoPage)
+TEST_F(PrintTest, FailuresShowTheMessageAndSendNoPageAndNoProgramSaysNothing)
 {
+    // Nothing opened: an empty view, no records, nothing printed and nothing said.
+    EXPECT_FALSE(Print());
+    EXPECT_TRUE(rig.Dialogs.Messages.empty());
+    EXPECT_FALSE(std::filesystem::exists(pdf));
+    EXPECT_EQ(rig.View.View.ViewX1, 0);
+
     using Message = test::ScriptedDialogs::ShownMessage;
     const Message printError{"An error occured while printing", "Corvane Backplot", MsgIcon::None, MsgButtons::Ok};
-
     // The record file gone since the program was opened.
     rig.Open(Rectangle);
     rig.SetView(-10, -25, 50, 15);
     std::filesystem::remove(rig.T.RecordFilePath());
+    rig.Dialogs.Pointers.clear();
     EXPECT_FALSE(Print());
     EXPECT_EQ(rig.Dialogs.Messages, std::vector<Message>{printError});
     EXPECT_FALSE(std::filesystem::exists(pdf));
@@ -144,13 +145,12 @@ TEST_F(PrintTest, FailuresShowTheMessageAndSendNoPage)
     EXPECT_TRUE(status.isEmpty());
 }
 
-TEST_F(PrintTest, NoProgramPrintsNothingAndSaysNothing)
+TEST_F(PrintTest, PrinterSetupShowsTheDialogOnceAndACancelSaysNothing)
 {
-    // Nothing opened: an empty view, no records.
-    EXPECT_FALSE(Print());
+    rig.Dialogs.PrinterSetupAnswer = false;
+    output.ShowPrinterSetup(rig.Dialogs);
+    EXPECT_EQ(rig.Dialogs.PrinterSetups, 1);
     EXPECT_TRUE(rig.Dialogs.Messages.empty());
-    EXPECT_FALSE(std::filesystem::exists(pdf));
-    EXPECT_EQ(rig.View.View.ViewX1, 0);
 }
 
 TEST(PrintFallback, WithoutAPrinterThePageGoesToThePdfFileInTheDataFolder)
@@ -187,16 +187,7 @@ TEST(CliPrint, WritesThePageTheWindowWouldPrintAfterOpening)
     // unit, centred on y = -5. x 0 at 28 + 6 x 10.365 = 90.2 points (125 px), x 40 at
     // 504.8 points (701 px); stored y -10 at 28 + 32.91 x 10.365 = 369.2 points (513 px),
     // y 0 at 472.8 points (657 px). The axis lies on the edges x 0 and y 0.
-    const QImage page = Rasterise(pdf);
-    ASSERT_EQ(page.size(), QSize(827, 1170));
-    const std::vector<int> across = Marks(page, 585, false);
-    ASSERT_EQ(across.size(), 2u);
-    EXPECT_NEAR(across[0], 125, 1);
-    EXPECT_NEAR(across[1], 701, 1);
-    const std::vector<int> down = Marks(page, 413, true);
-    ASSERT_EQ(down.size(), 2u);
-    EXPECT_NEAR(down[0], 513, 1);
-    EXPECT_NEAR(down[1], 657, 1);
+    ExpectRectangleEdges(Rasterise(pdf), 125, 701, 513, 657);
 }
 
 } // namespace

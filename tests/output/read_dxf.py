@@ -1,10 +1,6 @@
-"""Reads DXF files with ezdxf, an independent DXF reader, and prints what it found.
-
-For each file: "FILE path", the header's extents ("EXTMIN x y", "EXTMAX x y"), then per
-entity kind its count and the values of its first entity:
-    LINE n x1 y1 x2 y2 / CIRCLE n cx cy r / ARC n cx cy r start end / OTHER n
-A file ezdxf cannot read ends the run with an error.
-"""
+"""Reads DXF files with ezdxf, an independent reader, and prints per file "FILE path", the
+header's "EXTMIN x y" and "EXTMAX x y", then per kind its count and its first entity:
+"LINE n x1 y1 x2 y2", "CIRCLE n cx cy r", "ARC n cx cy r start end", "OTHER n"."""
 import sys
 
 import ezdxf

@@ -3,11 +3,13 @@
 #include "ImageSurface.h"
 #include "PlaybackRig.h"
 #include "ToolChangePalette.h"
+#include "WholeNumber.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <filesystem>
+#include <optional>
 #include <vector>
 
 namespace backplot {
@@ -59,16 +61,12 @@ TEST(PartialPlots, ToolToToolDrawsFromOneChangeUpToTheNextInTheColourOfItsOrder)
         EXPECT_EQ(rig.CutsDrawn(), c.cuts);
         EXPECT_EQ(rig.plotter.ToolChangesSeen, c.seen);
         EXPECT_EQ(rig.dialogs.Messages, c.messages);
-        EXPECT_EQ(rig.dialogs.Pointers, (std::vector<MousePointer>{MousePointer::Hourglass, MousePointer::Default}));
         // A cleared canvas, then the axis (black, dashed), then the cuts.
         const auto& log = rig.canvas.Primitives();
         ASSERT_GE(log.size(), 3u);
         EXPECT_EQ(log[0].Type, Kind::Clear);
-        for (int i : {1, 2}) {
-            EXPECT_EQ(log[i].Type, Kind::Line);
-            EXPECT_EQ(log[i].Color, 0u);
-            EXPECT_EQ(log[i].Style, DrawStyle::Dash);
-        }
+        for (int i : {1, 2})
+            EXPECT_TRUE(log[i].Type == Kind::Line && log[i].Color == 0 && log[i].Style == DrawStyle::Dash) << i;
     }
 }
 
@@ -79,46 +77,41 @@ TEST(PartialPlots, ChangeCountWrapsToTheDefaultColourAfterFifteen)
     for (int t = 1; t <= 17; ++t)
         tools.push_back(t);
 
-    std::vector<Drawn> all;
-    for (int change = 1; change <= 15; ++change)
-        all.push_back({static_cast<double>(change + 1), Palette(change)});
+    std::vector<Drawn> all, fifteen;
+    for (int change = 1; change <= 15; ++change) {
+        all.push_back({change + 1.0, Palette(change)});
+        fifteen.push_back({change + 0.0, Palette(change)});
+    }
     all.push_back({17, Blue});       // the 16th change counts 0
     all.push_back({18, Palette(1)}); // and the 17th starts again at 1
+    const std::vector<Message> onlyOne{OnlyChanges(1, MsgIcon::None)};
 
     struct Case {
         const char* name;
+        bool toolZeroFirst;
         std::int16_t first, second;
         std::vector<Drawn> cuts;
+        std::int16_t seen;
+        std::vector<Message> messages;
     };
     const Case cases[] = {
-        {"FromTheFirstChange", 1, 30, all},
-        {"SixteenTurnsDrawingOnBeforeTheWrap", 16, 30, {{17, Blue}, {18, Palette(1)}}},
-        {"SixteenNeverStopsThePass", 1, 16, all},
+        {"FromTheFirstChange", true, 1, 30, all, 1, onlyOne},
+        {"SixteenTurnsDrawingOnBeforeTheWrap", true, 16, 30, {{17, Blue}, {18, Palette(1)}}, 1, onlyOne},
+        {"SixteenNeverStopsThePass", true, 1, 16, all, 1, onlyOne},
         // The count is 0 before the first change, and the stop test runs on every record.
-        {"ZeroStopsAtAFirstRecordOnToolZero", 1, 0, {}},
+        {"ZeroStopsAtAFirstRecordOnToolZero", true, 1, 0, {}, 0, {}},
+        // Without the tool-0 record, 0 stops at the 16th change, where the count wraps.
+        {"ZeroStopsWhereTheCountWraps", false, 1, 0, fifteen, 0, {}},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         Rig rig;
-        rig.Load(tools);
+        rig.Load(c.toolZeroFirst ? tools : std::vector<std::int32_t>(tools.begin() + 1, tools.end()));
         rig.plots.PlotToolToTool(rig.canvas, c.first, c.second);
         EXPECT_EQ(rig.CutsDrawn(), c.cuts);
+        EXPECT_EQ(rig.plotter.ToolChangesSeen, c.seen);
+        EXPECT_EQ(rig.dialogs.Messages, c.messages);
     }
-    {   // Without the tool-0 record, 0 stops at the 16th change, where the count wraps.
-        Rig rig;
-        rig.Load(std::vector<std::int32_t>(tools.begin() + 1, tools.end()));
-        rig.plots.PlotToolToTool(rig.canvas, 1, 0);
-        std::vector<Drawn> fifteen;
-        for (int change = 1; change <= 15; ++change)
-            fifteen.push_back({static_cast<double>(change), Palette(change)});
-        EXPECT_EQ(rig.CutsDrawn(), fifteen);
-        EXPECT_EQ(rig.plotter.ToolChangesSeen, 0);
-    }
-    Rig rig;
-    rig.Load(tools);
-    rig.plots.PlotToolToTool(rig.canvas, 1, 30);
-    EXPECT_EQ(rig.plotter.ToolChangesSeen, 1);
-    EXPECT_EQ(rig.dialogs.Messages, (std::vector<Message>{OnlyChanges(1, MsgIcon::None)}));
 }
 
 TEST(PartialPlots, ToolToEofLeavesOnlyTheAxisAndCountsWhatToolToToolSaw)
@@ -258,10 +251,9 @@ TEST(PartialPlots, UnreadableRecordFileIsReportedAndLeavesTheAxis)
         EXPECT_EQ(rig.dialogs.Messages,
                   (std::vector<Message>{{"Error opening file!\r\n" + rig.translator.RecordFilePath(),
                                          "Corvane Backplot", MsgIcon::Critical, MsgButtons::Ok}}));
-        std::vector<Kind> kinds;
-        for (const auto& p : rig.canvas.Primitives())
-            kinds.push_back(p.Type);
-        EXPECT_EQ(kinds, (std::vector<Kind>{Kind::Clear, Kind::Line, Kind::Line}));
+        const auto& log = rig.canvas.Primitives();
+        EXPECT_TRUE(log.size() == 3 && log[0].Type == Kind::Clear && log[1].Type == Kind::Line &&
+                    log[2].Type == Kind::Line);
         EXPECT_EQ(rig.dialogs.Pointers, (std::vector<MousePointer>{MousePointer::Hourglass, MousePointer::Default}));
     }
 
@@ -276,37 +268,85 @@ TEST(PartialPlots, UnreadableRecordFileIsReportedAndLeavesTheAxis)
                                      MsgIcon::Critical, MsgButtons::Ok}}));
 }
 
-// Contrast against white after the usual relative-luminance formula; 1 is white itself.
-double ContrastWithWhite(std::uint32_t bgr)
-{
-    auto channel = [](std::uint32_t v) {
-        const double c = v / 255.0;
-        return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
-    };
-    const double l = 0.2126 * channel(bgr & 0xFF) + 0.7152 * channel((bgr >> 8) & 0xFF) +
-                     0.0722 * channel((bgr >> 16) & 0xFF);
-    return 1.05 / (l + 0.05);
-}
-
-double RgbDistance(std::uint32_t a, std::uint32_t b)
-{
-    double sum = 0;
-    for (int shift : {0, 8, 16}) {
-        const double d = static_cast<double>((a >> shift) & 0xFF) - static_cast<double>((b >> shift) & 0xFF);
-        sum += d * d;
-    }
-    return std::sqrt(sum);
-}
-
 TEST(PartialPlots, ToolChangeColoursAreDistinctAndShowOnWhite)
 {
+    // Contrast against white after the usual relative-luminance formula; 1 is white itself.
+    const auto contrastWithWhite = [](std::uint32_t bgr) {
+        double l = 0;
+        for (const auto& [shift, weight] : {std::pair{0, 0.2126}, {8, 0.7152}, {16, 0.0722}}) {
+            const double c = ((bgr >> shift) & 0xFF) / 255.0;
+            l += weight * (c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4));
+        }
+        return 1.05 / (l + 0.05);
+    };
+    const auto rgbDistance = [](std::uint32_t a, std::uint32_t b) {
+        double sum = 0;
+        for (int shift : {0, 8, 16})
+            sum += std::pow(double((a >> shift) & 0xFF) - double((b >> shift) & 0xFF), 2);
+        return std::sqrt(sum);
+    };
     for (std::size_t i = 0; i < ToolChangePalette.size(); ++i) {
         const std::uint32_t c = ToolChangePalette[i];
-        EXPECT_GE(ContrastWithWhite(c), 2.0) << "entry " << i;
-        EXPECT_GE(RgbDistance(c, Blue), 60.0) << "entry " << i << " looks like the default colour";
+        EXPECT_GE(contrastWithWhite(c), 2.0) << "entry " << i;
+        EXPECT_GE(rgbDistance(c, Blue), 60.0) << "entry " << i << " looks like the default colour";
         for (std::size_t j = i + 1; j < ToolChangePalette.size(); ++j)
-            EXPECT_GE(RgbDistance(c, ToolChangePalette[j]), 60.0) << "entries " << i << " and " << j;
+            EXPECT_GE(rgbDistance(c, ToolChangePalette[j]), 60.0) << "entries " << i << " and " << j;
     }
+}
+
+using Fault = WholeNumber::Fault;
+
+TEST(WholeNumber, TypedTextBecomesAWholeNumberOrAFault)
+{
+    struct Case {
+        const char* name;
+        const char* text;
+        std::optional<std::int16_t> int16;
+        std::optional<std::int32_t> int32;
+        Fault fault16, fault32;
+    };
+    const Case cases[] = {
+        {"Plain", "7", 7, 7, Fault::None, Fault::None},
+        {"BlanksAround", "  12 ", 12, 12, Fault::None, Fault::None},
+        {"PlusSign", "+3", 3, 3, Fault::None, Fault::None},
+        {"MinusSign", "-4", -4, -4, Fault::None, Fault::None},
+        {"HalfRoundsToEvenDown", "2.5", 2, 2, Fault::None, Fault::None},
+        {"HalfRoundsToEvenUp", "3.5", 4, 4, Fault::None, Fault::None},
+        {"LeadingPoint", ".6", 1, 1, Fault::None, Fault::None},
+        {"Exponent", "1E1", 10, 10, Fault::None, Fault::None},
+        {"Largest16Bit", "32767", 32767, 32767, Fault::None, Fault::None},
+        {"Past16Bit", "32768", std::nullopt, 32768, Fault::OutOfRange, Fault::None},
+        {"RoundsPast16Bit", "32767.5", std::nullopt, 32768, Fault::OutOfRange, Fault::None},
+        {"Past32Bit", "2147483648", std::nullopt, std::nullopt, Fault::OutOfRange, Fault::OutOfRange},
+        {"Empty", "", std::nullopt, std::nullopt, Fault::NotANumber, Fault::NotANumber},
+        {"Letters", "abc", std::nullopt, std::nullopt, Fault::NotANumber, Fault::NotANumber},
+        {"TrailingLetter", "3x", std::nullopt, std::nullopt, Fault::NotANumber, Fault::NotANumber},
+        {"Infinity", "inf", std::nullopt, std::nullopt, Fault::NotANumber, Fault::NotANumber},
+        {"InnerBlank", "1 2", std::nullopt, std::nullopt, Fault::NotANumber, Fault::NotANumber},
+        {"Hex", "0x10", std::nullopt, std::nullopt, Fault::NotANumber, Fault::NotANumber},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Fault fault16 = Fault::None, fault32 = Fault::None;
+        EXPECT_EQ(WholeNumber::ToInt16(c.text, fault16), c.int16);
+        EXPECT_EQ(fault16, c.fault16);
+        EXPECT_EQ(WholeNumber::ToInt32(c.text, fault32), c.int32);
+        EXPECT_EQ(fault32, c.fault32);
+    }
+}
+
+TEST(WholeNumber, ValueTextAndMessages)
+{
+    const std::pair<const char*, const char*> values[] = {
+        {" +7", "7"}, {"2.50", "2.5"}, {"", "0"}, {"abc", "0"}, {"-0", "0"}, {"-3", "-3"}, {"1E1", "10"},
+    };
+    for (const auto& [text, value] : values)
+        EXPECT_EQ(WholeNumber::ValueText(text), value) << text;
+
+    EXPECT_EQ(WholeNumber::FaultMessage(" abc ", Fault::NotANumber),
+              "\"abc\" is not a number. Enter a tool change number such as 1, 2 or 3.");
+    EXPECT_EQ(WholeNumber::FaultMessage("99999", Fault::OutOfRange),
+              "The tool number \"99999\" is out of range. Enter a tool change number such as 1, 2 or 3.");
 }
 
 } // namespace

@@ -17,12 +17,7 @@ namespace backplot::test {
 struct CountingEvents : EventPump {
     int calls = 0;
     std::function<void(int call)> onCall;
-    void ProcessEvents() override
-    {
-        ++calls;
-        if (onCall)
-            onCall(calls);
-    }
+    void ProcessEvents() override { onCall ? onCall(++calls) : void(++calls); }
 };
 
 // Cut n (from 1) runs from (n, 0) to (n, -1) in stored units, with the given tool.

@@ -77,8 +77,9 @@ bool LineOnScreen(const SourceView& view, int line)
     return line - 1 >= first && line - 1 < first + onScreen;
 }
 
-TEST(SourceView, IsTheReadOnlyEditorPaneWithLineNumbersInAFixedFont)
+TEST(SourceView, ReadOnlyPaneWithLineNumbersLoadsTheFileAsItIsOnDisk)
 {
+    test::ScratchDir dir;
     SourceView view;
     EXPECT_EQ(view.objectName(), QStringLiteral("picEditor"));
     auto* editor = view.findChild<QsciScintilla*>(QStringLiteral("Editor"));
@@ -88,12 +89,6 @@ TEST(SourceView, IsTheReadOnlyEditorPaneWithLineNumbersInAFixedFont)
     EXPECT_GE(editor->marginWidth(0), QFontMetrics(editor->font()).horizontalAdvance(QStringLiteral("32767")));
     EXPECT_FALSE(editor->accessibleName().isEmpty());
     EXPECT_TRUE(QFontInfo(editor->font()).fixedPitch());
-}
-
-TEST(SourceView, LoadsTheFileAsItIsOnDisk)
-{
-    test::ScratchDir dir;
-    SourceView view;
 
     const std::string program = "(PLATE)\r\nN10 G00 X1. Y2.\r\nN20 G01 Z-1. F80.\r\nM30";
     ASSERT_TRUE(view.LoadFile(QString::fromStdString(dir.Write("plate.nc", program))));

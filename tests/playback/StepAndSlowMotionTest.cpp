@@ -1,10 +1,14 @@
+#include "Delay.h"
 #include "PlaybackRig.h"
 #include "SlowMotion.h"
 #include "Stepper.h"
 #include "ViewCommands.h"
 
+#include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <limits>
 #include <map>
 
 namespace backplot {
@@ -34,19 +38,10 @@ struct HostLog : PlaybackHost {
     void SetStepChecked(bool checked) override { stepChecked = checked; }
     bool SlowMotionChecked() const override { return slowChecked; }
     void SetSlowMotionChecked(bool checked) override { slowChecked = checked; }
-    void StartStepListing() override
-    {
-        ++listingStarts;
-        listing.clear();
-    }
+    void StartStepListing() override { ++listingStarts, listing.clear(); }
     void WriteStepListing(const std::string& block) override { listing.push_back(block); }
     void MarkSourceLine(int line) override { marks.push_back(line); }
-    void Redraw() override
-    {
-        ++redraws;
-        if (redraw)
-            redraw();
-    }
+    void Redraw() override { ++redraws, redraw(); }
 };
 
 // The rig with a window's playback objects on its canvas: the host's Redraw is the
@@ -71,10 +66,7 @@ struct PlaybackWindow : Rig {
     }
     bool Cleared() const
     {
-        for (const auto& p : canvas.Primitives())
-            if (p.Type == Kind::Clear)
-                return true;
-        return false;
+        return std::ranges::any_of(canvas.Primitives(), [](const auto& p) { return p.Type == Kind::Clear; });
     }
 };
 
@@ -82,12 +74,8 @@ TEST(Stepper, ThreeRecordsOneAtATimeThenTheSilentEnd)
 {
     PlaybackWindow w;
     w.Load({0, 0, 0});
-    {
-        // The first record's block as the translator stores it: with its blanks.
-        RecordFileReader reader;
-        reader.Open(w.translator.RecordFilePath());
-        EntityRecord first;
-        reader.Read(1, first);
+    {   // The first record's block as the translator stores it: with its blanks.
+        EntityRecord first = Cut(1, 0);
         first.SetBlockText("  G01 X1. Y-1.");
         RecordFileWriter writer;
         writer.Open(w.translator.RecordFilePath());
@@ -205,6 +193,22 @@ TEST(SlowMotion, TurnedOffFromTheMenuItRunsOutAtFullSpeedAndKeepsItsToolbar)
     EXPECT_EQ(w.host.buttons["Step"], false);
     EXPECT_EQ(w.host.buttons["Pause"], true);
     EXPECT_EQ(w.host.buttons["Stop"], true);
+}
+
+TEST(Delay, WaitsAtLeastTheTimeAskedAndNothingForNonsense)
+{
+    using Clock = std::chrono::steady_clock;
+    const auto start = Clock::now();
+    Delay(0.05);
+    const double waited = std::chrono::duration<double>(Clock::now() - start).count();
+    EXPECT_GE(waited, 0.05);
+    EXPECT_LT(waited, 0.5);
+
+    const auto again = Clock::now();
+    Delay(0);
+    Delay(-3);
+    Delay(std::numeric_limits<double>::quiet_NaN());
+    EXPECT_LT(std::chrono::duration<double>(Clock::now() - again).count(), 0.01);
 }
 
 } // namespace

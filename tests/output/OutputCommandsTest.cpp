@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QFrame>
+#include <QImage>
 #include <QMenu>
 #include <QMenuBar>
 #include <QToolButton>
@@ -16,7 +17,7 @@
 namespace backplot {
 namespace {
 
-constexpr const char* Rectangle = "G0 X0 Y0\nG1 X40.\nG1 Y10.\nG1 X0.\nG1 Y0.\n";
+using test::Rectangle;
 
 template <class T>
 T* Child(QObject& parent, const char* name)
@@ -37,29 +38,23 @@ TEST(frmPreview, ControlsNamesAndCaptions)
 {
     frmPreview window;
     EXPECT_EQ(window.windowTitle(), QStringLiteral("Print Preview"));
-    auto* exit = Child<QToolButton>(window, "cmdExit");
-    auto* print = Child<QToolButton>(window, "cmdPrint");
-    ASSERT_TRUE(exit && print);
-    EXPECT_EQ(exit->toolTip(), QStringLiteral("Exit print preview"));
-    EXPECT_EQ(print->toolTip(), QStringLiteral("Send to printer"));
-    EXPECT_EQ(exit->accessibleName(), QStringLiteral("Exit print preview"));
-    EXPECT_EQ(print->accessibleName(), QStringLiteral("Send to printer"));
-    EXPECT_FALSE(exit->icon().isNull());
-    EXPECT_FALSE(print->icon().isNull());
+    for (const auto& [name, tip] : {std::pair{"cmdExit", "Exit print preview"}, {"cmdPrint", "Send to printer"}}) {
+        auto* button = Child<QToolButton>(window, name);
+        ASSERT_NE(button, nullptr);
+        EXPECT_EQ(button->toolTip(), QString::fromLatin1(tip));
+        EXPECT_EQ(button->accessibleName(), QString::fromLatin1(tip));
+        EXPECT_FALSE(button->icon().isNull()) << name;
+    }
     EXPECT_NE(Child<QFrame>(window, "picTBar"), nullptr);
     EXPECT_EQ(Child<CanvasWidget>(window, "picView"), &window.picView());
 
     auto* file = Child<QMenu>(window, "mnuFilemain");
     ASSERT_NE(file, nullptr);
     EXPECT_EQ(file->title(), QStringLiteral("&File"));
-    const QList<QAction*> items = file->actions();
-    ASSERT_EQ(items.size(), 3);
-    EXPECT_EQ(items[0]->objectName(), QStringLiteral("mnuPrint"));
-    EXPECT_EQ(items[0]->text(), QStringLiteral("&Print"));
-    EXPECT_EQ(items[1]->objectName(), QStringLiteral("mnuFBar1"));
-    EXPECT_TRUE(items[1]->isSeparator());
-    EXPECT_EQ(items[2]->objectName(), QStringLiteral("mnuExit"));
-    EXPECT_EQ(items[2]->text(), QStringLiteral("E&xit"));
+    QStringList items;
+    for (const QAction* item : file->actions())
+        items << item->objectName() + QLatin1Char(' ') + (item->isSeparator() ? QStringLiteral("-") : item->text());
+    EXPECT_EQ(items, QStringList({"mnuPrint &Print", "mnuFBar1 -", "mnuExit E&xit"}));
 }
 
 TEST(frmPreview, CanvasTakesWhatTheStripLeavesEvenBelowItsHeight)
@@ -90,7 +85,6 @@ protected:
     {
         output.PrintPreview(rig.View, rig.T, rig.Config, rig.Dialogs, [this] { ++redraws; }, [this] { ++prints; });
     }
-    QImage Picture() { return output.Preview()->picView().Picture(); }
 
     test::PlotRig rig;
     OutputCommands output;
@@ -110,23 +104,20 @@ TEST_F(PreviewCommand, DrawsTheMainViewWithThePrintersRules)
     Preview();
     EXPECT_EQ(redraws, 2);
     EXPECT_TRUE(rig.Dialogs.Messages.empty());
+    EXPECT_EQ(rig.Dialogs.Pointers.back(), MousePointer::Default);
 
     // 60 x 40 units on 400 x 200 pixels: fitted by the width, 6.67 pixels a unit, 30 units
     // high about y = -5 (SetCoords wrote that back into the shared view).
     EXPECT_FLOAT_EQ(rig.View.View.ViewY1, -20);
     EXPECT_FLOAT_EQ(rig.View.View.ViewY2, 10);
-    const QImage picture = Picture();
+    const QImage picture = output.Preview()->picView().Picture();
     ASSERT_EQ(picture.size(), QSize(400, 200));
+    // The rectangle's edges: x 0 and 40 at pixels 67 and 333, stored y -10 and 0 at 67 and
+    // 133; white inside and just outside.
     const QRgb black = qRgb(0, 0, 0), white = qRgb(255, 255, 255);
-    // The rectangle's edges: x 0 and 40 at pixels 67 and 333, stored y -10 and 0 at 67 and 133.
-    EXPECT_EQ(picture.pixel(200, 67), black);
-    EXPECT_EQ(picture.pixel(200, 133), black);
-    EXPECT_EQ(picture.pixel(67, 100), black);
-    EXPECT_EQ(picture.pixel(333, 100), black);
-    EXPECT_EQ(picture.pixel(200, 100), white);
-    EXPECT_EQ(picture.pixel(200, 66), white);
-    EXPECT_EQ(picture.pixel(334, 100), white);
-    EXPECT_EQ(rig.Dialogs.Pointers.back(), MousePointer::Default);
+    for (const auto& [x, y, colour] : {std::tuple{200, 67, black}, {200, 133, black}, {67, 100, black},
+                                       {333, 100, black}, {200, 100, white}, {200, 66, white}, {334, 100, white}})
+        EXPECT_EQ(picture.pixel(x, y), colour) << x << ", " << y;
 }
 
 TEST_F(PreviewCommand, EmptyRecordFileShowsAnEmptyCanvas)
@@ -135,7 +126,7 @@ TEST_F(PreviewCommand, EmptyRecordFileShowsAnEmptyCanvas)
     rig.Open("(nothing but a comment)\n");
     ASSERT_EQ(rig.View.RecordTotal, 0);
     Preview();
-    const QImage picture = Picture();
+    const QImage picture = output.Preview()->picView().Picture();
     ASSERT_FALSE(picture.isNull());
     int drawn = 0;
     for (int y = 0; y < picture.height(); ++y)
@@ -173,15 +164,12 @@ TEST_F(PreviewCommand, PrintAsksTheMainWindowAndExitClosesTheWindow)
     Child<QToolButton>(*window, "cmdPrint")->click();
     Child<QAction>(*window, "mnuPrint")->trigger();
     EXPECT_EQ(prints, 2);
-
-    // The same window is used again.
-    Preview();
+    Preview(); // the same window is used again
     EXPECT_EQ(output.Preview(), window);
 
     Child<QToolButton>(*window, "cmdExit")->click();
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(output.Preview(), nullptr);
-
     // A new one the next time; "E&xit" closes it as well.
     Preview();
     ASSERT_NE(output.Preview(), nullptr);
@@ -189,6 +177,94 @@ TEST_F(PreviewCommand, PrintAsksTheMainWindowAndExitClosesTheWindow)
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(output.Preview(), nullptr);
     EXPECT_EQ(prints, 2);
+}
+
+class BitmapExport : public ::testing::Test {
+protected:
+    BitmapExport()
+    {
+        canvas.resize(120, 80);
+        canvas.show();
+        QApplication::processEvents();
+        // 10 pixels a unit: a red line across the middle, a blue point in the far corner.
+        DrawSurface& s = canvas.Surface();
+        s.SetScale(0, 0, 12, 8);
+        s.Line(0, 4, 12, 4, 0x0000FF);
+        s.PSet(11.5, 7.5, 0xFF0000);
+        settings.WorkDir = "/work/dir";
+    }
+    void Export() { output.SaveAsBMP(rig.Dialogs, settings, canvas, [this] { ++redraws; }); }
+
+    test::TranslatorRig rig;
+    Settings settings;
+    CanvasWidget canvas;
+    OutputCommands output;
+    int redraws = 0;
+};
+
+TEST_F(BitmapExport, SavesTheVisiblePictureThenRedraws)
+{
+    // The kept picture is larger than what shows once the canvas has been bigger.
+    canvas.resize(300, 200);
+    QApplication::processEvents();
+    canvas.resize(120, 80);
+    QApplication::processEvents();
+
+    const std::filesystem::path chosen = rig.Folder.Path() / "shot";
+    if (chosen.string().find('.') != std::string::npos)
+        GTEST_SKIP() << "the scratch folder's path holds a dot: " << chosen;
+    rig.Dialogs.SaveAnswers.push_back(chosen.string());
+    Export();
+
+    using Request = test::ScriptedDialogs::SaveRequest;
+    EXPECT_EQ(rig.Dialogs.SaveRequests,
+              std::vector<Request>({{"Save As Windows bitmap", "/work/dir", {{"Windows bmp", "*.bmp"}}, true}}));
+    EXPECT_EQ(output.ExportName().Name(), chosen.string() + ".bmp");
+    const std::string bytes = test::ReadAll(chosen.string() + ".bmp");
+    ASSERT_EQ(bytes.substr(0, 2), "BM");
+    QImage saved;
+    ASSERT_TRUE(saved.loadFromData(reinterpret_cast<const uchar*>(bytes.data()), static_cast<int>(bytes.size()), "BMP"));
+    EXPECT_EQ(saved.size(), QSize(120, 80));
+    const QRgb red = qRgb(255, 0, 0), white = qRgb(255, 255, 255);
+    for (const auto& [x, y, colour] :
+         {std::tuple{0, 40, red}, {119, 39, white}, {60, 40, red}, {115, 75, qRgb(0, 0, 255)}, {60, 10, white}})
+        EXPECT_EQ(saved.pixel(x, y), colour) << x << ", " << y;
+    EXPECT_EQ(redraws, 1);
+    EXPECT_TRUE(rig.Dialogs.Messages.empty());
+}
+
+TEST_F(BitmapExport, CancelOrAFailedSaveEndsSilentlyWithoutRedraw)
+{
+    Export(); // cancelled
+    EXPECT_EQ(redraws, 0);
+    EXPECT_EQ(output.ExportName().Name(), "");
+
+    const std::filesystem::path folder = rig.Folder.Path() / "v1.2";
+    std::filesystem::create_directory(folder);
+    rig.Dialogs.SaveAnswers.push_back(folder.string()); // a folder cannot be written as a file
+    Export();
+    EXPECT_EQ(redraws, 0);
+    EXPECT_EQ(output.ExportName().Name(), folder.string());
+    EXPECT_TRUE(std::filesystem::is_directory(folder));
+    EXPECT_TRUE(rig.Dialogs.Messages.empty());
+}
+
+TEST_F(BitmapExport, BothExportsShareTheLastChosenName)
+{
+    rig.Translate("G1 X1.\n");
+    const std::string dxf = (rig.Folder.Path() / "drawing.dxf").string();
+    rig.Dialogs.SaveAnswers.push_back(dxf);
+    output.SaveAsDXF(rig.T, rig.Dialogs, settings, canvas.Surface());
+    EXPECT_EQ(output.ExportName().Name(), dxf);
+    // The DXF header is the canvas's scale.
+    const std::string header = test::CrLf({"0", "SECTION", "2", "HEADER", "9", "$EXTMIN", "10", "0", "20", "0", "9",
+                                           "$EXTMAX", "10", "12", "20", "8", "0", "ENDSEC"});
+    EXPECT_EQ(test::ReadAll(dxf).substr(0, header.size()), header);
+    Export(); // cancelled: the DXF's name stays
+    EXPECT_EQ(output.ExportName().Name(), dxf);
+    ASSERT_EQ(rig.Dialogs.SaveRequests.size(), 2u);
+    EXPECT_EQ(rig.Dialogs.SaveRequests[0].Title, "Save As DXF File");
+    EXPECT_EQ(rig.Dialogs.SaveRequests[0].InitialDir, "/work/dir");
 }
 
 } // namespace

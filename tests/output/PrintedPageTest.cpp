@@ -1,0 +1,296 @@
+#include "PageSurface.h"
+#include "PrintRenderer.h"
+
+#include "OutputTestSupport.h"
+#include "RecordingSurface.h"
+#include "RunTimeError.h"
+
+#include <QImage>
+#include <QPainter>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <limits>
+#include <numbers>
+#include <sstream>
+#include <vector>
+
+namespace backplot {
+namespace {
+
+using Primitive = RecordingSurface::Primitive;
+using Coords = std::vector<double>;
+using Texts = std::vector<std::string>;
+
+Coords Of(const Primitive& p) { return {p.X1, p.Y1, p.X2, p.Y2}; }
+
+// Each primitive as "kind style: points" (LineTo its end, PSet its point), with its
+// colour when that is not black.
+Texts TextsOf(const std::vector<Primitive>& primitives)
+{
+    Texts texts;
+    for (const Primitive& p : primitives) {
+        std::ostringstream s;
+        s.precision(17);
+        s << std::vector{"Line", "LineTo", "Box", "PSet", "Circle", "Clear"}[int(p.Type)] << ' '
+          << std::vector{"solid", "dash", "dot", "dashdot", "dashdotdot"}[int(p.Style)] << ':';
+        const Coords points = p.Type == RecordingSurface::Kind::LineTo ? Coords{p.X2, p.Y2}
+                              : p.Type == RecordingSurface::Kind::PSet ? Coords{p.X1, p.Y1}
+                                                                       : Of(p);
+        for (double v : points)
+            s << ' ' << v;
+        if (p.Color != 0)
+            s << " #" << std::hex << p.Color;
+        texts.push_back(s.str());
+    }
+    return texts;
+}
+
+EntityRecord Move(std::int16_t moveType, float sx, float sy, float ex, float ey)
+{
+    EntityRecord r;
+    r.MoveType = moveType;
+    r.StartX = sx, r.StartY = sy, r.EndX = ex, r.EndY = ey;
+    return r;
+}
+
+EntityRecord Arc(std::int16_t moveType, float radius, float startDeg, float endDeg, float cx = 0)
+{
+    EntityRecord r;
+    r.MoveType = moveType;
+    r.CenterX = cx, r.Radius = radius, r.StartAngle = startDeg, r.EndAngle = endDeg;
+    return r;
+}
+
+class PrintRendererTest : public ::testing::Test {
+protected:
+    PrintRendererTest()
+    {
+        settings.ShowAxis = false;
+        test::SetView(view, -100, -100, 100, 100);
+        page.SetScale(-5, -5, 20, 10);
+    }
+    std::vector<Primitive> Draw(const EntityRecord& record)
+    {
+        page.ForgetPrimitives();
+        renderer.PrintEntity(page, record);
+        return page.Primitives();
+    }
+    Coords PageWindow() const { return {page.ScaleLeft(), page.ScaleTop(), page.ScaleWidth(), page.ScaleHeight()}; }
+    Coords ViewWindow() const { return {view.ViewX1, view.ViewY1, view.ViewX2, view.ViewY2}; }
+
+    Settings settings;
+    ViewTransform view;
+    PrintMapping mapping;
+    PrintRenderer renderer{settings, view, mapping};
+    RecordingSurface page{1000, 500};
+};
+
+TEST_F(PrintRendererTest, WideViewFillsThePageWidthCentredVertically)
+{
+    test::SetView(view, 10, 2, 0, -2); // 10 wide, 4 high, corners in reverse
+    renderer.SetPrinter(page, 8000, 10000, 15);
+    EXPECT_FLOAT_EQ(mapping.PageAspect, 0.8f);
+    EXPECT_FLOAT_EQ(mapping.PrintHeight, 12.5f); // 10 / 0.8
+    // The 4 high view in the middle of 12.5; the view window becomes the page's window.
+    EXPECT_EQ(PageWindow(), Coords({0, -6.25, 10, 12.5}));
+    EXPECT_EQ(ViewWindow(), Coords({0, -6.25, 10, 6.25}));
+    // Two screen pixels of 15 twips on a page 10000 twips high spanning 12.5 units.
+    EXPECT_FLOAT_EQ(mapping.PrinterPixel, 0.0375f);
+    EXPECT_FLOAT_EQ(mapping.MarkSize, 0.125f);
+}
+
+TEST_F(PrintRendererTest, TallViewFillsThePageHeightCentredHorizontally)
+{
+    mapping.PrintHeight = 3; // not the tall branch's business
+    test::SetView(view, -1, 0, 3, 20);
+    renderer.SetPrinter(page, 8000, 10000, 15);
+    EXPECT_FLOAT_EQ(mapping.PrintHeight, 3);
+    // 20 high x 0.8 = 16 wide, about the view's middle x = 1.
+    EXPECT_EQ(PageWindow(), Coords({-7, 0, 16, 20}));
+    EXPECT_EQ(ViewWindow(), Coords({-7, 0, 9, 20}));
+    EXPECT_FLOAT_EQ(mapping.PrinterPixel, 0.06f); // 2 x 16 / (8000 / 15)
+    EXPECT_FLOAT_EQ(mapping.MarkSize, 0.16f);
+
+    // An empty view changes nothing.
+    test::SetView(view, 3, -4, 3, -4);
+    renderer.SetPrinter(page, 5000, 10000, 15);
+    EXPECT_FLOAT_EQ(mapping.PageAspect, 0.8f);
+    EXPECT_EQ(page.ScaleLeft(), -7);
+}
+
+TEST_F(PrintRendererTest, EachKindAsThePrinterDrawsIt)
+{
+    const EntityRecord rapid = Move(0, 0, 0, 3, -5);
+    mapping.MarkSize = 0.5f;
+    // A rapid: dotted, 45 degrees for the 3 across, then straight on; the page left solid.
+    EXPECT_EQ(TextsOf(Draw(rapid)), Texts({"Line dot: 0 0 3 -3", "LineTo dot: 3 -5"}));
+    EXPECT_EQ(page.GetDrawStyle(), DrawStyle::Solid);
+
+    // Without "Show Rapid" nothing; with "Show Blips" a solid plus of half-size MarkSize.
+    settings.ShowRapid = false;
+    EXPECT_TRUE(Draw(rapid).empty());
+    settings.ShowBlips = true;
+    EXPECT_EQ(TextsOf(Draw(rapid)), Texts({"Line solid: 3 -4.5 3 -5.5", "Line solid: 3.5 -5 2.5 -5"}));
+
+    // A cut: both halves toward the middle (3, 0), then the middle point, in black.
+    EXPECT_EQ(TextsOf(Draw(Move(1, 1, 2, 5, -2))),
+              Texts({"Line solid: 1 2 3 0", "Line solid: 5 -2 3 0", "PSet solid: 3 0"}));
+
+    // With "Show Axis", every record first draws x = 0 and y = 0 across the page window.
+    settings.ShowAxis = true;
+    EXPECT_EQ(TextsOf(Draw(Move(1, 1, 1, 2, 1))),
+              Texts({"Line dashdotdot: 0 -5 0 5", "Line dashdotdot: -5 0 15 0", "Line solid: 1 1 1.5 1",
+                     "Line solid: 2 1 1.5 1", "PSet solid: 1.5 1"}));
+}
+
+TEST_F(PrintRendererTest, ArcsAsChordChainsCounterClockwiseFromTheirStart)
+{
+    renderer.ArcColor = 0x123456;
+    // Counter-clockwise from 0 to 90 degrees, radius 2: 72 chords of 1.25 degrees from
+    // (2, 0) up to (0, -2) (stored Y grows downward), end to end.
+    const std::vector<Primitive> p = Draw(Arc(3, 2, 0, 90));
+    ASSERT_EQ(p.size(), 72u);
+    const double step = 1.25 * std::numbers::pi / 180;
+    EXPECT_EQ(Coords({p[0].X1, p[0].Y1}), Coords({2, 0}));
+    EXPECT_FLOAT_EQ(static_cast<float>(p[0].X2), static_cast<float>(2 * std::cos(step)));
+    EXPECT_FLOAT_EQ(static_cast<float>(p[0].Y2), static_cast<float>(-2 * std::sin(step)));
+    EXPECT_NEAR(p[71].X2, 0, 1e-6);
+    EXPECT_NEAR(p[71].Y2, -2, 1e-6);
+    EXPECT_EQ(p[0].Color, 0x123456u);
+    for (std::size_t i = 1; i < p.size(); ++i)
+        ASSERT_EQ(Coords({p[i].X1, p[i].Y1}), Coords({p[i - 1].X2, p[i - 1].Y2})) << "chord " << i;
+    // The clockwise arc from 90 to 0 degrees is the same quarter.
+    EXPECT_EQ(TextsOf(Draw(Arc(2, 2, 90, 0))), TextsOf(p));
+    EXPECT_FLOAT_EQ(renderer.ArcEndRad, static_cast<float>(std::numbers::pi / 2));
+}
+
+TEST_F(PrintRendererTest, ArcsShorterThanPrinterPixelStayOffThePage)
+{
+    mapping.PrinterPixel = 1;
+    const std::pair<EntityRecord, std::size_t> rows[] = {
+        {Arc(3, 0.5f, 0, 90), 0},     // a quarter of radius 0.5: 0.785 long
+        {Arc(3, 0.7f, 0, 90), 72},    // radius 0.7: 1.1
+        {Arc(3, 0.5f, 90, 0), 72},    // counter-clockwise from 90 to 0 runs 270 degrees: 2.36
+        {Arc(2, 0.5f, 0, 90), 72},    // clockwise from 0 to 90 runs 270 degrees
+        {Arc(2, 0.5f, 0, 270), 0},    // clockwise from 0 to 270 runs 90 degrees
+        {Arc(2, 0.2f, 45, 45), 72},   // a whole circle runs 360 degrees: 1.26
+        {Arc(3, 50, 0, 90, 300), 0},  // more than two radii off the view
+    };
+    for (const auto& [arc, chords] : rows)
+        EXPECT_EQ(Draw(arc).size(), chords) << arc.Radius << " " << arc.StartAngle << " " << arc.EndAngle;
+}
+
+TEST(PageSurface, JoinsWhatContinuesAndDropsWhatRepeats)
+{
+    PageSurface page(100, 100, 1);
+    struct Row {
+        const char* behaviour;
+        std::function<void(PageSurface&)> draw;
+        std::size_t strokes;
+        std::vector<QPointF> first;
+    };
+    const Row rows[] = {
+        {"a cut drawn from both ends toward its middle is one stroke",
+         [](PageSurface& p) {
+             p.Line(10, 10, 30, 10, 0);
+             p.Line(50, 10, 30, 10, 0);
+             p.PSet(30, 10, 0);
+         },
+         1, {{10, 10}, {30, 10}, {50, 10}}},
+        {"the next cut from the end goes on in the same stroke",
+         [](PageSurface& p) {
+             p.Line(10, 10, 20, 10, 0);
+             p.Line(30, 10, 20, 10, 0);
+             p.Line(30, 10, 30, 20, 0);
+         },
+         1, {{10, 10}, {20, 10}, {30, 10}, {30, 20}}},
+        {"the same segment again is dropped",
+         [](PageSurface& p) {
+             p.SetDrawStyle(DrawStyle::DashDotDot);
+             p.Line(50, 0, 50, 100, 0);
+             p.SetDrawStyle(DrawStyle::Solid);
+             p.Line(1, 1, 2, 2, 0);
+             p.SetDrawStyle(DrawStyle::DashDotDot);
+             p.Line(50, 0, 50, 100, 0);
+         },
+         2, {{50, 0}, {50, 100}}},
+        {"a dotted line met at its end is not joined backwards",
+         [](PageSurface& p) {
+             p.SetDrawStyle(DrawStyle::Dot);
+             p.Line(10, 10, 30, 10, 0);
+             p.Line(50, 10, 30, 10, 0);
+         },
+         2, {{10, 10}, {30, 10}}},
+        {"another colour starts a new stroke",
+         [](PageSurface& p) {
+             p.Line(10, 10, 30, 10, 0);
+             p.Line(30, 10, 50, 10, 0xFF);
+         },
+         2, {{10, 10}, {30, 10}}},
+        {"a line of no length draws nothing", [](PageSurface& p) { p.Line(4, 4, 4, 4, 0); }, 0, {}},
+        // 10 x 5 units from (-2, 3): 10 pixels a unit across, 20 down. Kept last: the scale stays.
+        {"lines are kept in page pixels",
+         [](PageSurface& p) {
+             p.SetScale(-2, 3, 10, 5);
+             p.Line(-1, 4, 3, 4, 0x0000FF);
+         },
+         1, {{10, 20}, {50, 20}}},
+    };
+    for (const Row& row : rows) {
+        page.Clear();
+        page.SetDrawStyle(DrawStyle::Solid);
+        row.draw(page);
+        ASSERT_EQ(page.Strokes().size(), row.strokes) << row.behaviour;
+        if (row.strokes) {
+            EXPECT_EQ(page.Strokes()[0].Points, row.first) << row.behaviour;
+        }
+    }
+}
+
+TEST(PageSurface, PaintsOntoThePageOnlyInsideItsPrintableArea)
+{
+    // A page of 200 x 100 pixels on a sheet of 300 x 150: a line across the sheet ends at
+    // the page's edge.
+    PageSurface page(200, 100, 3);
+    page.SetScale(0, 0, 20, 10);
+    page.Line(-5, 5, 25, 5, 0x0000FF); // red, 0xBBGGRR
+    page.SetDrawStyle(DrawStyle::Dash);
+    page.Line(10, -5, 10, 15, 0);
+    QImage sheet(300, 150, QImage::Format_RGB32);
+    sheet.fill(Qt::white);
+    QPainter painter(&sheet);
+    page.Paint(painter);
+    painter.end();
+
+    EXPECT_EQ(sheet.pixel(5, 50), qRgb(255, 0, 0));
+    EXPECT_EQ(sheet.pixel(150, 50), qRgb(255, 0, 0));
+    EXPECT_EQ(sheet.pixel(199, 50), qRgb(255, 0, 0));
+    EXPECT_EQ(sheet.pixel(205, 50), qRgb(255, 255, 255));
+    EXPECT_EQ(sheet.pixel(100, 120), qRgb(255, 255, 255));
+    // The dashed line is dark in places and blank in others.
+    int dark = 0;
+    for (int y = 0; y < 100; ++y)
+        dark += qGray(sheet.pixel(100, y)) < 100;
+    EXPECT_GT(dark, 30);
+    EXPECT_LT(dark, 90);
+}
+
+TEST(PageSurface, UnmappablePointsRaiseOverflow)
+{
+    PageSurface page(100, 100, 1);
+    page.SetScale(0, 0, 10, 10);
+    EXPECT_THROW(page.Line(0, 0, std::numeric_limits<double>::infinity(), 0, 0), RunTimeError);
+    EXPECT_THROW(page.PSet(std::numeric_limits<double>::quiet_NaN(), 0, 0), RunTimeError);
+    EXPECT_THROW(page.Circle(5, 5, 1, 0, 0, 7), RunTimeError);
+    EXPECT_TRUE(page.Empty());
+    // Far but finite: kept, cut at a bound a printer still takes.
+    page.Line(0, 5, 1e30, 5, 0);
+    ASSERT_EQ(page.Strokes().size(), 1u);
+    EXPECT_NEAR(page.Strokes()[0].Points[1].x(), 1e6, 1e-3);
+    EXPECT_EQ(page.Strokes()[0].Points[1].y(), 50);
+}
+
+} // namespace
+} // namespace backplot
