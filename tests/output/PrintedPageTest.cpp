@@ -13,6 +13,7 @@
 #include <functional>
 #include <limits>
 #include <numbers>
+#include <set>
 #include <sstream>
 #include <vector>
 
@@ -275,6 +276,43 @@ TEST(PageSurface, PaintsOntoThePageOnlyInsideItsPrintableArea)
         dark += qGray(sheet.pixel(100, y)) < 100;
     EXPECT_GT(dark, 30);
     EXPECT_LT(dark, 90);
+}
+
+TEST(PageSurface, EachDrawStyleHasAPatternOfItsOwn)
+{
+    // One long line per style, each on its own row; the lengths of its dark and blank runs
+    // tell the styles apart, so two styles sharing one pen would show here.
+    const DrawStyle styles[] = {DrawStyle::Solid, DrawStyle::Dash, DrawStyle::Dot, DrawStyle::DashDot,
+                                DrawStyle::DashDotDot};
+    PageSurface page(400, 100, 1);
+    page.SetScale(0, 0, 400, 100);
+    for (int i = 0; i < 5; ++i) {
+        page.SetDrawStyle(styles[i]);
+        page.Line(0, 10 + 20 * i, 400, 10 + 20 * i, 0);
+    }
+    QImage sheet(400, 100, QImage::Format_RGB32);
+    sheet.fill(Qt::white);
+    QPainter painter(&sheet);
+    page.Paint(painter);
+    painter.end();
+
+    std::set<std::vector<int>> patterns;
+    for (int i = 0; i < 5; ++i) {
+        const int y = 100 - 1 - (10 + 20 * i);
+        std::vector<int> runs{0};
+        bool dark = true;
+        for (int x = 0; x < 80; ++x) {
+            const bool here = qGray(sheet.pixel(x, y)) < 128 || qGray(sheet.pixel(x, y + 1)) < 128 ||
+                              qGray(sheet.pixel(x, y - 1)) < 128;
+            if (here != dark) {
+                runs.push_back(0);
+                dark = here;
+            }
+            ++runs.back();
+        }
+        patterns.insert(runs);
+    }
+    EXPECT_EQ(patterns.size(), 5u);
 }
 
 TEST(PageSurface, UnmappablePointsRaiseOverflow)
