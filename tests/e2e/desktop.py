@@ -157,6 +157,15 @@ class Desktop:
         self.processes.append(self.app)
         return self.app
 
+    def start_shown(self, program, *args):
+        """Starts the program and waits for its main window on screen and on the accessibility
+        bus: (the X window, the accessible application, its accessible main window)."""
+        self.start(program, *args)
+        main_window = self.window("Tarvo Backplot")
+        self.park_pointer()
+        app = self.accessible_app()
+        return main_window, app, top_window(app, "Tarvo Backplot")
+
     def wait_exit(self, timeout=60):
         """The program's exit status once it has ended by itself."""
         try:

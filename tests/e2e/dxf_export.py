@@ -39,11 +39,7 @@ def main(program):
         target = d.write("work/part.dxf", "")
         work = os.path.dirname(target)
         d.store_settings(Work_Dir=work)
-        d.start(program)
-        main_window = d.window("Tarvo Backplot")
-        d.park_pointer()
-        app = d.accessible_app()
-        frame = top_window(app, "Tarvo Backplot")
+        main_window, app, frame = d.start_shown(program)
 
         d.key(main_window, "ctrl+o")
         set_field(app, sample)

@@ -46,11 +46,7 @@ def main(program):
 
     checks = Checks()
     with Desktop() as d:
-        d.start(program)
-        main_window = d.window("Tarvo Backplot")
-        d.park_pointer()
-        app = d.accessible_app()
-        frame = top_window(app, "Tarvo Backplot")
+        main_window, app, frame = d.start_shown(program)
         check(stored_mill(d) is None, "no settings stored before the first exit")
 
         # 1. Options > Properties..., "Files" page: Lathe, Apply, OK.
@@ -124,10 +120,7 @@ def main(program):
         checks.equal("Mill in the settings file after the exit", stored_mill(d), "0")
 
         # 6. The next start reads "Lathe" back.
-        d.start(program)
-        main_window = d.window("Tarvo Backplot")
-        app = d.accessible_app()
-        frame = top_window(app, "Tarvo Backplot")
+        main_window, app, frame = d.start_shown(program)
         dialog = open_properties(d, main_window, frame, app)
         mill = role_named(dialog, pyatspi.ROLE_RADIO_BUTTON, "Mill")
         lathe = role_named(dialog, pyatspi.ROLE_RADIO_BUTTON, "Lathe")

@@ -7,7 +7,7 @@ import os
 import sys
 
 from desktop import (TOOL_TIPS, Checks, Desktop, check, close_menu, enabled_only, heard, menu_items, menu_keys,
-                     open_menu, reads, set_field, status_labels, toolbar_state, top_window, wait_for)
+                     open_menu, reads, set_field, status_labels, toolbar_state, wait_for)
 
 # What the View menu shows, in order, whatever is loaded; "Plot From" is never among them.
 VIEW_ITEMS = ["Clear", "Redraw", "Auto Redraw", "Zoom", "Pan", "Single Block Step", "Step Details",
@@ -38,11 +38,7 @@ def main(program):
     sample = os.path.join(os.path.dirname(os.path.abspath(program)), "mill_pocket_plate.nc")
     checks = Checks()
     with Desktop() as d:
-        d.start(program)
-        main_window = d.window("Tarvo Backplot")
-        d.park_pointer()
-        app = d.accessible_app()
-        frame = top_window(app, "Tarvo Backplot")
+        main_window, app, frame = d.start_shown(program)
 
         # 1. Nothing loaded: only what needs no program can be used.
         comment, code, xpos, ypos = status_labels(frame)

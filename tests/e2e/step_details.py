@@ -31,11 +31,7 @@ def main(program):
 
     checks = Checks()
     with Desktop() as d:
-        d.start(program)
-        main_window = d.window("Tarvo Backplot")
-        d.park_pointer()
-        app = d.accessible_app()
-        frame = top_window(app, "Tarvo Backplot")
+        main_window, app, frame = d.start_shown(program)
 
         d.key(main_window, "ctrl+o")
         dialog = d.window("Open File")
