@@ -4,6 +4,8 @@
 #include "NumberFormat.h"
 
 #include <cstdlib>
+#include <optional>
+#include <string>
 #include <string_view>
 
 namespace backplot {
@@ -70,62 +72,52 @@ void Rapid(ReportWriter& out, const EntityRecord& r, bool mill)
     out.Direct(" 2-D Dist from last point", Fixed(Distance(startX, -startY, endX, -endY)));
 }
 
+// One named point, " X start position" and so on: milling shows X, Y with its true sign
+// and, unless `z` is empty, Z; lathe shows Z (the stored X) and the diameter D.
+void Point(ReportWriter& out, bool mill, std::string_view which, double x, double y, std::optional<double> z)
+{
+    const std::string position = std::string(which) + " position";
+    if (mill) {
+        out.Direct(" X " + position, Fixed(x));
+        out.Direct(" Y " + position, Fixed(-y));
+        if (z)
+            out.Direct(" Z " + position, Fixed(*z));
+    } else {
+        out.Direct(" Z " + position, Fixed(x));
+        out.Direct(" D " + position, Fixed((-y) + (-y)));
+    }
+}
+
 void Line(ReportWriter& out, const EntityRecord& r, bool mill)
 {
-    const double startX = r.StartX, startY = r.StartY, startZ = r.StartZ;
-    const double endX = r.EndX, endY = r.EndY, endZ = r.EndZ;
     out.SecondZone("    <Line>");
     out.Rule();
     out.Zone(" Last T#", ToolNumberText(r.ToolNum));
     out.Rule();
-    if (mill) {
-        out.Direct(" X start position", Fixed(startX));
-        out.Direct(" Y start position", Fixed(-startY));
-        out.Direct(" Z start position", Fixed(startZ));
-        out.Rule();
-        out.Direct(" X end position", Fixed(endX));
-        out.Direct(" Y end position", Fixed(-endY));
-        out.Direct(" Z end position", Fixed(endZ));
-    } else {
-        out.Direct(" Z start position", Fixed(startX));
-        out.Direct(" D start position", Fixed((-startY) + (-startY)));
-        out.Rule();
-        out.Direct(" Z end position", Fixed(endX));
-        out.Direct(" D end position", Fixed((-endY) + (-endY)));
-    }
+    Point(out, mill, "start", r.StartX, r.StartY, r.StartZ);
     out.Rule();
-    out.Zone(" Angle", FormatFixed1(AngleOf(endX - startX, (-endY) - (-startY))));
+    Point(out, mill, "end", r.EndX, r.EndY, r.EndZ);
+    out.Rule();
+    out.Zone(" Angle", FormatFixed1(AngleOf(double(r.EndX) - r.StartX, -double(r.EndY) + r.StartY)));
 }
 
 void Arc(ReportWriter& out, const EntityRecord& r, bool mill)
 {
-    const double startX = r.StartX, startY = r.StartY, startZ = r.StartZ;
-    const double endX = r.EndX, endY = r.EndY, endZ = r.EndZ;
-    const double centerX = r.CenterX, centerY = r.CenterY;
     out.SecondZone("<Arc>");
     out.Rule();
     out.Zone(" Last T#", ToolNumberText(r.ToolNum));
-    if (mill) {
-        out.Direct(" X start position", Fixed(startX));
-        out.Direct(" Y start position", Fixed(-startY));
-        out.Direct(" Z start position", Fixed(startZ));
-        out.Rule();
-        out.Direct(" X center position", Fixed(centerX));
-        out.Direct(" Y center position", Fixed(-centerY));
-        out.Rule();
-        out.Direct(" X end position", Fixed(endX));
-        out.Direct(" Y end position", Fixed(-endY));
-        out.Direct(" Z end position", Fixed(endZ));
-    } else {
-        out.Direct(" Z start position", Fixed(startX));
-        out.Direct(" D start position", Fixed((-startY) + (-startY)));
-        out.Rule();
-        out.Direct(" Z end position", Fixed(endX));
-        out.Direct(" D end position", Fixed((-endY) + (-endY)));
-        out.Rule();
-        out.Direct(" Z center position", Fixed(centerX));
-        out.Direct(" D center position", Fixed((-centerY) + (-centerY)));
-    }
+    Point(out, mill, "start", r.StartX, r.StartY, r.StartZ);
+    out.Rule();
+    // Milling lists the centre before the end, lathe after it.
+    if (mill)
+        Point(out, mill, "center", r.CenterX, r.CenterY, std::nullopt);
+    else
+        Point(out, mill, "end", r.EndX, r.EndY, r.EndZ);
+    out.Rule();
+    if (mill)
+        Point(out, mill, "end", r.EndX, r.EndY, r.EndZ);
+    else
+        Point(out, mill, "center", r.CenterX, r.CenterY, std::nullopt);
     out.Rule();
     out.Zone(" Start angle", Fixed(r.StartAngle));
     out.Zone(" End angle", Fixed(r.EndAngle));
