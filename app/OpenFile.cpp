@@ -48,7 +48,7 @@ void frmBackplot::OpenFile()
     } clearReopen{reopenFlag_};
 
     try {
-        // 1.-3. Choose the file; a cancelled dialog only redraws what is there.
+        // Choose the file; a cancelled dialog only redraws what is there.
         state.AbortTranslation = false;
         if (!reopenFlag_) {
             lblComment_->clear();
@@ -60,7 +60,7 @@ void frmBackplot::OpenFile()
             return;
         }
 
-        // 4. An empty file leaves everything as it was.
+        // An empty file leaves everything as it was.
         const QFileInfo info(QString::fromStdString(fileName_));
         if (!info.isFile())
             throw RunTimeError("File not found");
@@ -69,20 +69,20 @@ void frmBackplot::OpenFile()
             return;
         }
 
-        // 5.-6. Per-program state; the source view shows the new program, the step
+        // Per-program state; the source view shows the new program, the step
         // listing of the old one goes.
         t.ResetForNewProgram();
         picEditor_->LoadFile(QString::fromStdString(fileName_));
         Editor1_->Clear();
         Editor1_->hide();
 
-        // 7. Status and a clean canvas.
+        // Status and a clean canvas.
         status_->ShowBoth();
         lblComment_->setText(QStringLiteral(" Opening file ") + QString::fromStdString(fileName_));
         dialogs_->SetPointer(MousePointer::Hourglass);
         picCanvas_->ClearPicture();
 
-        // 8.-10. Normalise and translate.
+        // Normalise and translate.
         events_.ProcessEvents();
         t.NormaliseFile(fileName_, TempFileName);
         events_.ProcessEvents();
@@ -92,16 +92,16 @@ void frmBackplot::OpenFile()
         lblYPos_->setText(QStringLiteral(" Y ") + QString::fromStdString(FormatMask5(-at.EndY)));
         t.TranslateProgram();
 
-        // 11. Extents, fitted with a margin: the same view as Zoom Extents.
+        // Extents, fitted with a margin: the same view as Zoom Extents.
         DrawSurface& canvas = picSurface();
         plotter_->ExtentsWithMargin(canvas);
 
-        // 12.-13. Draw every record.
+        // Draw every record.
         lblCode_->setText(QStringLiteral(" Drawing file."));
         events_.ProcessEvents();
         plotter_->GetRecords(canvas);
 
-        // 14.-15. A program is loaded.
+        // A program is loaded.
         programLoaded_ = true;
         commands_->mnuDetails->setEnabled(false);
         lblCode_->setText(QStringLiteral(" ") + dialogFileTitle_);

@@ -96,27 +96,27 @@ frmBackplot::frmBackplot(UserDialogs* dialogs, QWidget* parent) : QMainWindow(pa
     });
     wireCommands();
 
-    // 1. Settings, into this window, the translator's tool colours and its machine type.
+    // Settings, into this window, the translator's tool colours and its machine type.
     readSettings();
     viewCommands_->MillMode = settings_.Mill;
     commands_->ShowToggles(settings_.ShowRapid, settings_.ShowAxis, settings_.ToolColor);
 
-    // 2. The working files go next to the program unless that folder is read-only.
+    // The working files go next to the program unless that folder is read-only.
     const DataFolder folder = DataFolder::ForThisProgram();
     dataFolder_ = folder.Folder;
     translator_->SetDataFolder(dataFolder_.toStdString());
     if (folder.Fallback)
         lblCode_->setText(QStringLiteral("  Working files are kept in ") + dataFolder_);
 
-    // 3. Playback stopped.
+    // Playback stopped.
     playback_ = PlaybackState{};
 
-    // 4. Ready, on the chosen background.
+    // Ready, on the chosen background.
     lblComment_->setText(QStringLiteral("  Ready"));
     picCanvas_->SetBackColor(static_cast<std::uint32_t>(settings_.Backcolor));
     picCanvas_->ClearPicture();
 
-    // 5. The recent files, and nothing that needs a program until one is drawn.
+    // The recent files, and nothing that needs a program until one is drawn.
     RefreshRecentMenu();
     SetControls(false);
     SetMenus(false);

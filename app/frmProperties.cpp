@@ -101,7 +101,7 @@ frmProperties::frmProperties(Settings& settings, ToolColorTable& toolColors, con
     setWindowTitle(QStringLiteral("Properties"));
     setModal(true);
 
-    // 1. The five pages, each with its key.
+    // The five pages, each with its key.
     TabProp_ = new QTabWidget(this);
     TabProp_->setObjectName(QStringLiteral("TabProp"));
     TabProp_->setAccessibleName(QStringLiteral("Property pages"));
@@ -122,7 +122,7 @@ frmProperties::frmProperties(Settings& settings, ToolColorTable& toolColors, con
         TabProp_->tabBar()->setTabData(index, QString::fromLatin1(p.key));
     }
 
-    // 2. "OK", "Cancel", "Apply".
+    // "OK", "Cancel", "Apply".
     const char* captions[] = {"OK", "Cancel", "Apply"};
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);
@@ -142,7 +142,7 @@ frmProperties::frmProperties(Settings& settings, ToolColorTable& toolColors, con
     layout->addLayout(buttons);
     layout->setSizeConstraint(QLayout::SetFixedSize);
 
-    // 3. Values, then the change tracking, then the timer.
+    // Values, then the change tracking, then the timer.
     LoadValues();
     ConnectChangeTracking();
     Timer1_ = new QTimer(this);
@@ -160,10 +160,10 @@ void frmProperties::ShowModal(Settings& settings, ToolColorTable& toolColors, co
                               const std::function<void(bool mill)>& machineTypeApplied,
                               const std::function<void()>& afterClose)
 {
-    // 1. Busy while the dialog is open.
+    // Busy while the dialog is open.
     dialogs.SetPointer(MousePointer::Hourglass);
     try {
-        // 2. The dialog.
+        // The dialog.
         {
             frmProperties dialog(settings, toolColors, translation, dialogs, parent);
             if (machineTypeApplied)
@@ -171,13 +171,12 @@ void frmProperties::ShowModal(Settings& settings, ToolColorTable& toolColors, co
             const ArrowScope arrow;
             dialog.exec();
         }
-        // 3. The window shows what was applied.
+        // The window shows what was applied.
         if (afterClose)
             afterClose();
     } catch (const std::exception& error) {
         dialogs.Message(error.what(), MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
     }
-    // 4.
     dialogs.SetPointer(MousePointer::Default);
 }
 
@@ -370,7 +369,7 @@ bool frmProperties::SetToolColors()
 {
     const FlagScope quiet(quiet_, true);
 
-    // 1. Every box is read before anything is written.
+    // Every box is read before anything is written.
     std::array<std::int32_t, ToolRows> numbers{};
     for (int i = 0; i < ToolRows; ++i) {
         QLineEdit* box = txtToolChangeNumber_[static_cast<std::size_t>(i)];
@@ -386,7 +385,7 @@ bool frmProperties::SetToolColors()
         numbers[static_cast<std::size_t>(i)] = *number;
     }
 
-    // 2. The rows, an empty box showing the 0 it stands for.
+    // The rows, an empty box showing the 0 it stands for.
     for (int i = 0; i < ToolRows; ++i) {
         QLineEdit* box = txtToolChangeNumber_[static_cast<std::size_t>(i)];
         if (box->text().trimmed().isEmpty())
@@ -395,7 +394,7 @@ bool frmProperties::SetToolColors()
         toolColors_[i] = {numbers[static_cast<std::size_t>(i)], QBColor(index), index};
     }
 
-    // 3. The default line colour.
+    // The default line colour.
     const int index = clrDefaultColor_->Index();
     settings_.DefaultColor = static_cast<std::int32_t>(QBColor(index));
     settings_.DefaultSeletedColor = static_cast<std::int16_t>(index);

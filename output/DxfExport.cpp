@@ -23,15 +23,14 @@ void DxfExport::GetDXFCoords()
 {
     TranslationState& s = translator_.State();
     try {
-        // 2. Only the positions and the arc values start afresh.
+        // Only the positions and the arc values start afresh.
         s.CurX = s.CurY = s.CurZ = 1e-14;
         s.LastX = s.LastY = s.LastZ = 0;
         s.ArcRadius = s.ArcStartAngle = s.ArcEndAngle = 0;
 
-        // 3.
         s.CollectDxf = true;
 
-        // 4. No record file yet (no program opened) is an empty one.
+        // No record file yet (no program opened) is an empty one.
         const std::string path = translator_.RecordFilePath();
         if (!Translator::FileExists(path)) {
             s.CollectDxf = false;
@@ -40,7 +39,7 @@ void DxfExport::GetDXFCoords()
         RecordFileReader reader;
         reader.Open(path);
 
-        // 5. Every record's block again, as stored.
+        // Every record's block again, as stored.
         const std::int16_t total = reader.RecordTotal();
         EntityRecord& record = translator_.Record();
         for (std::int32_t n = 1; n <= total; ++n) {
@@ -50,7 +49,6 @@ void DxfExport::GetDXFCoords()
             translator_.InterpretBlock(s.CurrentBlock);
         }
 
-        // 6.
         reader.Close();
         s.CollectDxf = false;
     } catch (const std::exception&) {
@@ -71,7 +69,7 @@ void DxfExport::SaveAsDXF(ExportFileName& exportFileName, const std::string& wor
         ~Cleanup() { self.Finish(); }
     } cleanup{*this};
     try {
-        // 2-4. The dialog, the kept name and the extension rule; the second filter entry
+        // The dialog, the kept name and the extension rule; the second filter entry
         //      still writes DXF text.
         const std::optional<std::string> path =
             exportFileName.Choose(dialogs_, "Save As DXF File", workDir,
@@ -79,10 +77,9 @@ void DxfExport::SaveAsDXF(ExportFileName& exportFileName, const std::string& wor
         if (!path)
             return;
 
-        // 5.
         GetDXFCoords();
 
-        // 6-7. The file, silently left out when it cannot be written.
+        // The file, silently left out when it cannot be written.
         std::string error;
         WriteTextFile(*path, DxfDocument(canvas, translator_.Dxf()), error);
     } catch (const std::exception&) {

@@ -135,15 +135,13 @@ void OutputCommands::SaveAsBMP(UserDialogs& dialogs, const Settings& settings, c
                                const std::function<void()>& redraw)
 {
     try {
-        // 2-4.
         const std::optional<std::string> name =
             exportFileName_.Choose(dialogs, "Save As Windows bitmap", settings.WorkDir, {{"Windows bmp", "*.bmp"}}, ".bmp");
         if (!name)
             return;
-        // 5. What the canvas shows, at screen resolution.
+        // What the canvas shows, at screen resolution.
         if (!name->empty() && !canvas.Picture().save(QString::fromStdString(*name), "BMP"))
             return;
-        // 7.
         if (redraw)
             redraw();
     } catch (const std::exception&) {
@@ -188,7 +186,6 @@ void OutputCommands::PrintToPdf(const QString& path)
 bool OutputCommands::Print(Plotter& plotter, Translator& translator, const Settings& settings, UserDialogs& dialogs,
                            const std::function<void(const QString&)>& status)
 {
-    // 1.
     Hourglass pointer(dialogs);
     try {
         QPrinter& printer = Printer();
@@ -196,18 +193,18 @@ bool OutputCommands::Print(Plotter& plotter, Translator& translator, const Setti
             printer.setOutputFileName(QDir::toNativeSeparators(QString::fromStdString(translator.DataFolder()) +
                                                                QLatin1String(PdfFileName)));
 
-        // 2. The page's printable area: its size in twips for the mapping, in device
+        // The page's printable area: its size in twips for the mapping, in device
         //    pixels for the drawing.
         const QRect twips = printer.pageLayout().paintRectPixels(1440);
         PageSurface page(printer.width(), printer.height(), printer.resolution() * PenMillimetres / 25.4);
         PrintRenderer renderer(settings, plotter.View, mapping_);
         renderer.SetPrinter(page, twips.width(), twips.height(), ScreenTwipsPerPixel());
 
-        // 3-4. The whole program, whatever part of it the screen shows now.
+        // The whole program, whatever part of it the screen shows now.
         ReplayRecords(translator, plotter.RecordTotal, renderer,
                       [&](const EntityRecord& record) { renderer.PrintEntity(page, record); });
 
-        // 5. Nothing drawn is nothing to print.
+        // Nothing drawn is nothing to print.
         if (page.Empty())
             return false;
         SendPage(printer, page);
@@ -245,7 +242,6 @@ void OutputCommands::PrintPreview(Plotter& plotter, Translator& translator, cons
     previewPrint_ = std::move(print);
     std::optional<Hourglass> pointer;
     try {
-        // 1.
         if (!preview_) {
             preview_ = new frmPreview(qobject_cast<QWidget*>(parent()));
             connect(preview_, &frmPreview::PrintRequested, this, [this] {
@@ -258,19 +254,16 @@ void OutputCommands::PrintPreview(Plotter& plotter, Translator& translator, cons
         CanvasWidget& picView = preview_->picView();
         DrawSurface& surface = picView.Surface();
 
-        // 2. The main view's window on the preview canvas.
+        // The main view's window on the preview canvas.
         plotter.SetCoords(surface);
 
-        // 3.
         pointer.emplace(dialogs);
         picView.ClearPicture();
 
-        // 4-5.
         PrintRenderer renderer(settings, plotter.View, mapping_);
         ReplayRecords(translator, plotter.RecordTotal, renderer,
                       [&](const EntityRecord& record) { renderer.PrintPreview(surface, record); });
 
-        // 6.
         pointer.reset();
         if (redrawMain)
             redrawMain();

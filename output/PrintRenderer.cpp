@@ -28,25 +28,21 @@ void PrintRenderer::SetPrinter(DrawSurface& page, int pageWidth, int pageHeight,
     ViewTransform& v = view_;
     PrintMapping& m = mapping_;
 
-    // 1.
     if (v.ViewX1 == v.ViewX2 && v.ViewY1 == v.ViewY2)
         return;
 
-    // 2.
     if (pageWidth <= 0 || pageHeight <= 0)
         throw RunTimeError("Division by zero");
     m.PageAspect = Narrow(static_cast<double>(pageWidth) / pageHeight);
 
-    // 3.
     if (!(v.ViewX1 < v.ViewX2))
         std::swap(v.ViewX1, v.ViewX2);
     if (!(v.ViewY1 < v.ViewY2))
         std::swap(v.ViewY1, v.ViewY2);
 
-    // 4. Printer units again before the custom scale.
+    // Printer units again before the custom scale.
     page.ResetScale();
 
-    // 5-7.
     const float w = Narrow(std::fabs(static_cast<double>(v.ViewX1) - v.ViewX2));
     const float h = Narrow(std::fabs(static_cast<double>(v.ViewY1) - v.ViewY2));
     float fitted = 0;
@@ -138,20 +134,20 @@ void PrintRenderer::PrintArcRecord(DrawSurface& s, const EntityRecord& r, bool c
 {
     const double radius = r.Radius;
 
-    // 1. Off the view, with a margin of two radii, as on the screen.
+    // Off the view, with a margin of two radii, as on the screen.
     const auto bound = [&](double centre, double offset) { return static_cast<float>(centre + offset * radius); };
     if (bound(r.CenterX, 2) < view_.ViewX1 || bound(r.CenterY, 2) < view_.ViewY1 ||
         bound(r.CenterX, -2) > view_.ViewX2 || bound(r.CenterY, -2) > view_.ViewY2)
         return;
 
-    // 2. Counter-clockwise from `from` to `to`: a clockwise arc runs from its end back to
+    // Counter-clockwise from `from` to `to`: a clockwise arc runs from its end back to
     //    its start.
     const auto startRad = static_cast<float>(r.StartAngle * (Pi / 180));
     const auto endRad = static_cast<float>(r.EndAngle * (Pi / 180));
     const float from = clockwise ? endRad : startRad;
     const float to = clockwise ? startRad : endRad;
 
-    // 3. Dot-sized arcs stay off the page. Equal angles are a whole circle, never short.
+    // Dot-sized arcs stay off the page. Equal angles are a whole circle, never short.
     double sweep = static_cast<double>(to) - from;
     if (to < from)
         sweep += 2 * Pi;

@@ -60,13 +60,12 @@ void PartialPlots::ZeroStartAndEnd()
 
 void PartialPlots::ToolToEofCommand(DrawSurface& canvas)
 {
-    // 1-2.
     if (ToolFromDefault.empty())
         ToolFromDefault.assign(1, '1'); // not = "1": GCC 12 warns falsely (-Wrestrict) on that
     const std::string answer =
         dialogs_.TextPrompt("Enter a Tool number value between 1 and 15", "Plot from", ToolFromDefault);
 
-    // 3. An answer that is no number stops here, keeping the default as it was.
+    // An answer that is no number stops here, keeping the default as it was.
     if (!answer.empty()) {
         WholeNumber::Fault fault = WholeNumber::Fault::None;
         const std::optional<std::int32_t> tool = WholeNumber::ToInt32(answer, fault);
@@ -78,7 +77,6 @@ void PartialPlots::ToolToEofCommand(DrawSurface& canvas)
         PlotFrom(canvas, *tool);
     }
 
-    // 4.
     ToolFromDefault = WholeNumber::ValueText(answer);
 }
 
@@ -101,41 +99,26 @@ void PartialPlots::ToolToToolCommand(DrawSurface& canvas, QWidget* mainWindow, c
 void PartialPlots::PlotFrom(DrawSurface& canvas, std::int32_t toolNum)
 {
     const Hourglass pointer(dialogs_);
-    const std::string path = translator_.RecordFilePath();
-    EntityRecord& record = translator_.Record();
 
-    // 1.
     ResumeNext([&] { canvas.Clear(); });
     plotter_.DrawAxis(canvas);
     plotter_.CurTool = 0;
 
-    // 2. Every record is read and coloured, none is drawn.
-    RecordFileReader reader;
-    try {
-        reader.Open(path);
-    } catch (const RunTimeError&) {
-        dialogs_.Message(FileMessage("Error opening file!", path), MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
-        return;
-    }
-    for (std::int32_t n = 1; n <= plotter_.PlotLast; ++n) {
-        try {
-            reader.Read(n, record);
-        } catch (const RunTimeError&) {
-            dialogs_.Message(FileMessage("Error reading file!", path), MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
-            return;
-        }
+    // Every record is read and coloured, none is drawn.
+    const bool read = ReadRecords([&](const EntityRecord& record) {
         plotter_.ChooseColor(record.ToolNum);
         if (playback_.SlowMode)
             events_.ProcessEvents();
-    }
+        return true;
+    });
+    if (!read)
+        return;
 
-    // 3. The count is the last tool-to-tool pass's.
-    reader.Close();
+    // The count is the last tool-to-tool pass's.
     if (toolNum > plotter_.ToolChangesSeen)
         dialogs_.Message(ToolChangeMessage(plotter_.ToolChangesSeen), MessageTitle, MsgIcon::Information,
                          MsgButtons::Ok);
 
-    // 4.
     if (plotter_.PlotLast >= plotter_.RecordTotal) {
         plotter_.CurTool = 0;
         plotter_.CurrentColor = static_cast<std::uint32_t>(settings_.DefaultColor);
@@ -147,32 +130,15 @@ void PartialPlots::PlotFrom(DrawSurface& canvas, std::int32_t toolNum)
 void PartialPlots::PlotToolToTool(DrawSurface& canvas, std::int16_t firstTool, std::int16_t secondTool)
 {
     const Hourglass pointer(dialogs_);
-    const std::string path = translator_.RecordFilePath();
-    EntityRecord& record = translator_.Record();
 
-    // 1.
     ResumeNext([&] { canvas.Clear(); });
     plotter_.DrawAxis(canvas);
     plotter_.CurTool = 0;
     plotter_.ToolChangesSeen = 0;
     bool drawing = false;
 
-    // 2.
-    RecordFileReader reader;
-    try {
-        reader.Open(path);
-    } catch (const RunTimeError&) {
-        dialogs_.Message(FileMessage("Error opening file!", path), MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
-        return;
-    }
-    for (std::int32_t n = 1; n <= plotter_.PlotLast; ++n) {
-        // 2.1 A tool change counts, may turn drawing on, and picks the colour by its order.
-        try {
-            reader.Read(n, record);
-        } catch (const RunTimeError&) {
-            dialogs_.Message(FileMessage("Error reading file!", path), MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
-            return;
-        }
+    const bool read = ReadRecords([&](const EntityRecord& record) {
+        // A tool change counts, may turn drawing on, and picks the colour by its order.
         std::int16_t& changes = plotter_.ToolChangesSeen;
         if (record.ToolNum != plotter_.CurTool) {
             ++changes;
@@ -183,29 +149,51 @@ void PartialPlots::PlotToolToTool(DrawSurface& canvas, std::int16_t firstTool, s
             plotter_.CurrentColor = changes > 0 ? ToolChangePalette[static_cast<std::size_t>(changes - 1)]
                                                 : static_cast<std::uint32_t>(settings_.DefaultColor);
         }
-        // 2.2-2.3
         plotter_.CurTool = record.ToolNum;
         if (playback_.SlowMode)
             events_.ProcessEvents();
-        // 2.4 The record that starts tool change secondTool is not drawn.
+        // The record that starts tool change secondTool is not drawn.
         if (changes == secondTool)
-            break;
-        // 2.5
+            return false;
         if (drawing)
             plotter_.DrawEntity(canvas);
-    }
+        return true;
+    });
+    if (!read)
+        return;
 
-    // 3.
-    reader.Close();
     if (secondTool > plotter_.ToolChangesSeen)
         dialogs_.Message(ToolChangeMessage(plotter_.ToolChangesSeen), MessageTitle, MsgIcon::None, MsgButtons::Ok);
 
-    // 4.
     if (plotter_.PlotLast >= plotter_.RecordTotal) {
         plotter_.CurTool = 0;
         playback_.StepMode = false;
         ZeroStartAndEnd();
     }
+}
+
+bool PartialPlots::ReadRecords(const std::function<bool(const EntityRecord&)>& each)
+{
+    const std::string path = translator_.RecordFilePath();
+    EntityRecord& record = translator_.Record();
+    RecordFileReader reader;
+    try {
+        reader.Open(path);
+    } catch (const RunTimeError&) {
+        dialogs_.Message(FileMessage("Error opening file!", path), MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
+        return false;
+    }
+    for (std::int32_t n = 1; n <= plotter_.PlotLast; ++n) {
+        try {
+            reader.Read(n, record);
+        } catch (const RunTimeError&) {
+            dialogs_.Message(FileMessage("Error reading file!", path), MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
+            return false;
+        }
+        if (!each(record))
+            break;
+    }
+    return true;
 }
 
 } // namespace backplot

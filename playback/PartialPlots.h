@@ -74,6 +74,10 @@ public:
     static std::string ToolChangeMessage(std::int16_t toolChanges);
 
 private:
+    // Reads records 1 to PlotLast into the translator's buffer and hands each to `each`,
+    // which returns false to stop early. False when the record file could not be opened or
+    // read; the error has then been shown.
+    bool ReadRecords(const std::function<bool(const EntityRecord&)>& each);
     void ZeroStartAndEnd();
 
     Plotter& plotter_;

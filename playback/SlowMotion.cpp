@@ -16,20 +16,17 @@ SlowMotion::~SlowMotion() { plotter_.SetSlowMotionHook({}); }
 
 void SlowMotion::Toggle()
 {
-    // 1.-2.
     host_.SetSlowMotionChecked(!host_.SlowMotionChecked());
     playback_.SlowMode = host_.SlowMotionChecked();
     playback_.SourceLine = 1;
-    // 3. Set in both directions of the toggle, on purpose.
+    // Set in both directions of the toggle, on purpose.
     host_.ToolbarForSlowMotion();
-    // 4.
     if (playback_.SlowMode) {
         host_.SetCodeText("  Press Esc key to end slow motion.");
     } else {
         host_.SetCodeText(host_.FileName() + "  ");
         playback_.SlowPaused = false;
     }
-    // 5.-6.
     SetEditor2();
     host_.Redraw();
 }

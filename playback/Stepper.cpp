@@ -14,23 +14,21 @@ Stepper::Stepper(Plotter& plotter, DrawSurface& canvas, Translator& translator, 
 
 void Stepper::Start()
 {
-    // 1.1 The playback buttons by key; the view buttons keep their state.
+    // The playback buttons by key; the view buttons keep their state.
     host_.ToolbarForStepping();
     host_.SetStepChecked(true);
-    // 1.2 The scale for the canvas as it is now.
+    // The scale for the canvas as it is now.
     try {
         plotter_.SetCoords(canvas_);
     } catch (const RunTimeError&) {
         // A view that cannot be fitted keeps the scale it had; stepping still draws.
     }
-    // 1.3
     plotter_.PlotLast = 0;
     plotter_.ToolChangesSeen = 0;
-    // 1.4 Given back by the S and Enter keys only.
+    // Given back by the S and Enter keys only.
     host_.SetDetailsEnabled(false);
-    // 1.5
     host_.StartStepListing();
-    // 1.6 A clean canvas with the axis.
+    // A clean canvas with the axis.
     canvas_.Clear();
     plotter_.DrawAxis(canvas_);
 }
@@ -49,12 +47,10 @@ void Stepper::ElementStep(DrawSurface& surface)
 {
     const std::int16_t before = plotter_.PlotLast;
     try {
-        // 1.
         RecordFileReader reader;
         reader.Open(translator_.RecordFilePath());
-        // 2.
         CheckedIncrement(plotter_.PlotLast);
-        // 4. Past the last record stepping ends without a word; the toolbar and menus
+        // Past the last record stepping ends without a word; the toolbar and menus
         // stay as stepping left them until Enter, Esc or a command restores them.
         if (plotter_.PlotLast > plotter_.RecordTotal) {
             plotter_.PlotLast = 1;
@@ -66,14 +62,14 @@ void Stepper::ElementStep(DrawSurface& surface)
             r.EndX = r.EndY = r.EndZ = 0;
             return;
         }
-        // 3.1-3.3 The record, in its tool's colour (or the one before), over the picture.
+        // The record, in its tool's colour (or the one before), over the picture.
         EntityRecord& record = translator_.Record();
         reader.Read(plotter_.PlotLast, record);
         plotter_.ChooseColor(record.ToolNum);
         plotter_.DrawEntity(surface);
-        // 3.4 The block as stored, all 60 characters, then two blanks.
+        // The block as stored, all 60 characters, then two blanks.
         host_.SetCodeText(std::string(record.BlockTextView()) + "  ");
-        // 3.5-3.6 The buffer keeps the trimmed block, which the listing shows too.
+        // The buffer keeps the trimmed block, which the listing shows too.
         TrimBlockText(record);
         std::string_view block = record.BlockTextView();
         while (!block.empty() && block.back() == ' ')

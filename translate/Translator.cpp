@@ -174,7 +174,7 @@ void Translator::TranslateProgram()
 {
     TranslationState& s = state_;
 
-    // 1-5. Reset the driver's counters, the record buffer and the positions.
+    // Reset the driver's counters, the record buffer and the positions.
     s.CommentCharCount = 4;
     s.LineBuffer.assign(60, ' ');
     s.LineCount = 0;
@@ -187,14 +187,14 @@ void Translator::TranslateProgram()
     s.MoveMode = 0;
     s.AbortTranslation = false;
 
-    // 6. A fresh record file; the numbering restarts only when an old one was there.
+    // A fresh record file; the numbering restarts only when an old one was there.
     const std::string recordPath = RecordFilePath();
     if (FileExists(recordPath)) {
         std::remove(recordPath.c_str());
         s.RecordCount = 0;
     }
 
-    // 7. Open both files. Without them nothing can go on, whatever the answer.
+    // Open both files. Without them nothing can go on, whatever the answer.
     File temp;
     try {
         writer_.Open(recordPath);
@@ -207,7 +207,7 @@ void Translator::TranslateProgram()
         return;
     }
 
-    // 8. One block per line until the end, "M30", an abort or a Cancel.
+    // One block per line until the end, "M30", an abort or a Cancel.
     LineReader reader(temp.get());
     using Clock = std::chrono::steady_clock;
     auto lastPump = Clock::now();
@@ -253,12 +253,12 @@ void Translator::TranslateProgram()
 void Translator::InterpretBlock(std::string_view blockText)
 {
     TranslationState& s = state_;
-    // 1-2. Per-block flags and a record buffer marked as not yet written.
+    // Per-block flags and a record buffer marked as not yet written.
     s.HaveArcData = false;
     s.Helical = false;
     record_.Clear(EntityRecord::NoMove);
 
-    // 3. Lathe: the plot's horizontal axis carries Z, the vertical X; a Y word means the
+    // Lathe: the plot's horizontal axis carries Z, the vertical X; a Y word means the
     //    program was written for a mill.
     if (!s.Mill) {
         if (blockText.find('Y') != std::string_view::npos) {
@@ -277,13 +277,13 @@ void Translator::InterpretBlock(std::string_view blockText)
     scanner_.SetBlock(blockText);
     const BlockScanner& b = scanner_;
 
-    // 4. Distance mode; G91 wins when both stand in one block.
+    // Distance mode; G91 wins when both stand in one block.
     if (b.GWordPos("G90", ""))
         s.Absolute = true;
     if (b.GWordPos("G91", ""))
         s.Absolute = false;
 
-    // 5. Motion mode: linear over clockwise over counter-clockwise, each over rapid.
+    // Motion mode: linear over clockwise over counter-clockwise, each over rapid.
     if (b.Contains('G')) {
         if (b.GWordPos("G00", "G0"))
             s.MoveMode = 0;
@@ -296,7 +296,7 @@ void Translator::InterpretBlock(std::string_view blockText)
     }
     const bool arcMode = s.MoveMode == 2 || s.MoveMode == 3;
 
-    // 6-8. Target point.
+    // Target point.
     if (b.Contains('X')) {
         s.CurX = b.ScanValue('X');
         if (!s.Absolute)
@@ -317,7 +317,7 @@ void Translator::InterpretBlock(std::string_view blockText)
             s.Helical = true;
     }
 
-    // 9-10. Arc words.
+    // Arc words.
     if (b.Contains('I')) {
         s.HaveArcData = true;
         s.ValI = b.ScanValue('I');
@@ -335,7 +335,7 @@ void Translator::InterpretBlock(std::string_view blockText)
         }
     }
 
-    // 11. Words kept but not drawn.
+    // Words kept but not drawn.
     if (b.Contains('S'))
         s.Spindle = b.ScanLong('S');
     if (b.Contains('F'))
@@ -343,11 +343,10 @@ void Translator::InterpretBlock(std::string_view blockText)
     if (b.Contains('B'))
         s.ValB = ToSingle(b.ScanValue('B'));
 
-    // 12. Tool change.
+    // Tool change.
     if (b.Contains('T'))
         ChangeTool();
 
-    // 13-14.
     if (b.Contains('N'))
         s.SeqNum = b.ScanLong('N');
     if (b.Contains('P'))
@@ -359,7 +358,7 @@ void Translator::InterpretBlock(std::string_view blockText)
         s.ValK = b.ScanValue('K');
     }
 
-    // 15-19. At most one record for the block.
+    // At most one record for the block.
     record_.SetKindName("");
     switch (s.MoveMode) {
     case 0:
@@ -381,7 +380,7 @@ void Translator::InterpretBlock(std::string_view blockText)
         break;
     }
 
-    // 20. End of block.
+    // End of block.
     s.ValL = 0;
     s.LastX = s.CurX;
     s.LastY = s.CurY;

@@ -75,7 +75,7 @@ void EntityRenderer::DrawArc(DrawSurface& s, const EntityRecord& r, std::uint32_
 {
     const double radius = r.Radius;
 
-    // 1. Off the view, with a generous margin of two radii.
+    // Off the view, with a generous margin of two radii.
     const auto bound = [&](double centre, double offset) {
         return static_cast<float>(centre + offset * radius);
     };
@@ -83,12 +83,11 @@ void EntityRenderer::DrawArc(DrawSurface& s, const EntityRecord& r, std::uint32_
         bound(r.CenterX, -2) > view_.ViewX2 || bound(r.CenterY, -2) > view_.ViewY2)
         return;
 
-    // 2.
     ArcStartRad = static_cast<float>(r.StartAngle * (Pi / 180));
     ArcEndRad = static_cast<float>(r.EndAngle * (Pi / 180));
     const double startRad = ArcStartRad, endRad = ArcEndRad;
 
-    // 3. Shorter than two pixels along the arc; a whole circle (equal angles) never is.
+    // Shorter than two pixels along the arc; a whole circle (equal angles) never is.
     double length = 0;
     bool measured = true;
     if (startRad < endRad)
@@ -100,7 +99,7 @@ void EntityRenderer::DrawArc(DrawSurface& s, const EntityRecord& r, std::uint32_
     if (measured && length < view_.TwoPixelSpan)
         return;
 
-    // 4./5. The platform's arc is unreliable for radii far beyond the view: use chords.
+    // The platform's arc is unreliable for radii far beyond the view: use chords.
     const double from = clockwise ? endRad : startRad;
     const double to = clockwise ? startRad : endRad;
     if (static_cast<double>(view_.FitSpan) * 5 >= radius)

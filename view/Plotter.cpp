@@ -94,12 +94,11 @@ void Plotter::DrawEntity(DrawSurface& canvas)
 
 void Plotter::GetRecords(DrawSurface& canvas)
 {
-    // 1. The arrow stays while slow motion runs: the user keeps control.
+    // The arrow stays while slow motion runs: the user keeps control.
     PointerScope pointer(dialogs_, playback_.SlowMode ? MousePointer::Default : MousePointer::Hourglass);
     if (!playback_.SlowMode)
         ResumeNext([&] { canvas.Clear(); });
 
-    // 2.
     CurTool = 0;
     RecordFileReader reader;
     try {
@@ -108,7 +107,7 @@ void Plotter::GetRecords(DrawSurface& canvas)
         return;
     }
 
-    // 3. First record: a paused pass keeps its place, a resumed one goes on from it.
+    // First record: a paused pass keeps its place, a resumed one goes on from it.
     std::int32_t first = 1;
     if (playback_.SlowMode && playback_.SlowResume >= 2) {
         if (playback_.SlowPaused) {
@@ -121,7 +120,7 @@ void Plotter::GetRecords(DrawSurface& canvas)
         playback_.SlowResume = 1;
     }
 
-    // 4. One record at a time.
+    // One record at a time.
     for (std::int32_t n = first; n <= PlotLast; ++n) {
         PlotIndex = static_cast<std::int16_t>(n);
         playback_.SlowResume = PlotIndex;
@@ -138,11 +137,10 @@ void Plotter::GetRecords(DrawSurface& canvas)
         DrawEntity(canvas);
     }
 
-    // 5.
     reader.Close();
     DrawAxis(canvas);
 
-    // 6. The whole program drawn: playback is over.
+    // The whole program drawn: playback is over.
     if (PlotLast >= RecordTotal)
         EndOfProgram();
 }

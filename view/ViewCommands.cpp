@@ -179,7 +179,7 @@ void ViewCommands::MouseDown(MouseButton button, float x, float y)
     ViewTransform& v = plotter_.View;
     if (button == MouseButton::Left && (ZoomWindowMode || PanMode))
         dragStart_ = v;
-    // 1. The zoom window starts at the press, drawn in invert mode so erasing is exact.
+    // The zoom window starts at the press, drawn in invert mode so erasing is exact.
     if (button == MouseButton::Left && ZoomWindowMode) {
         v.SaveView();
         v.ViewX1 = v.ViewX2 = x;
@@ -187,17 +187,17 @@ void ViewCommands::MouseDown(MouseButton button, float x, float y)
         canvas_.SetDrawMode(DrawMode::Invert);
         RubberBoxActive = true;
     }
-    // 2. The pan line starts at the press.
+    // The pan line starts at the press.
     if (button == MouseButton::Left && PanMode) {
         ResumeNext([&] { canvas_.SetDrawStyle(DrawStyle::Solid); });
         v.SaveView();
         v.ViewX1 = v.ViewX2 = x;
         v.ViewY1 = v.ViewY2 = y;
     }
-    // 3. Each left click steps while single stepping.
+    // Each left click steps while single stepping.
     if (button == MouseButton::Left && playback_.StepMode && !ZoomWindowMode && !PanMode)
         host_.Step();
-    // 4. A right click during slow motion runs the slow-motion command, which ends it.
+    // A right click during slow motion runs the slow-motion command, which ends it.
     if (button == MouseButton::Right && playback_.SlowMode)
         host_.SlowMotionToggle();
 }
@@ -212,14 +212,14 @@ void ViewCommands::MouseMove(bool leftHeld, float x, float y)
 {
     if (playback_.SlowMode || host_.FileOperation())
         return;
-    // 1.-2. The file on the code line, the readout in machine units.
+    // The file on the code line, the readout in machine units.
     const auto [xText, yText] = Readout(x, y, MillMode);
     host_.ShowMousePosition(xText, yText);
-    // 3. The cross hairs are overlays: the picture is not touched.
+    // The cross hairs are overlays: the picture is not touched.
     CrossHairsAt(x, y);
 
     ViewTransform& v = plotter_.View;
-    // 4. The box: the old one erased by drawing it again in invert mode, the new one drawn.
+    // The box: the old one erased by drawing it again in invert mode, the new one drawn.
     if (leftHeld && ZoomWindowMode) {
         ResumeNext([&] { canvas_.SetDrawStyle(DrawStyle::Solid); });
         CrossHairsAt(x, y);
@@ -229,7 +229,7 @@ void ViewCommands::MouseMove(bool leftHeld, float x, float y)
         v.ViewY2 = y;
         ResumeNext([&] { canvas_.Box(v.ViewX1, v.ViewY1, v.ViewX2, v.ViewY2, pen); });
     }
-    // 5. The pan line: the old one overdrawn in the back colour, the new one in black.
+    // The pan line: the old one overdrawn in the back colour, the new one in black.
     if (leftHeld && PanMode) {
         canvas_.SetDrawMode(DrawMode::CopyPen);
         DrawRubberLine(canvas_, v.ViewX1, v.ViewY1, v.ViewX2, v.ViewY2, canvas_.BackColor());
@@ -243,7 +243,7 @@ void ViewCommands::MouseUp(MouseButton button, float, float)
 {
     host_.SetCanvasPointer(CanvasPointer::Default);
     ViewTransform& v = plotter_.View;
-    // 1. The dragged corners become the view window.
+    // The dragged corners become the view window.
     if (button == MouseButton::Left && ZoomWindowMode) {
         canvas_.SetDrawMode(DrawMode::CopyPen);
         ResumeNext([&] { canvas_.SetDrawStyle(DrawStyle::Solid); });
@@ -253,7 +253,7 @@ void ViewCommands::MouseUp(MouseButton button, float, float)
         RubberBoxActive = false;
         PlotAnew(dragStart_);
     }
-    // 2. The saved view shifted by the drag, so the drawing follows the mouse.
+    // The saved view shifted by the drag, so the drawing follows the mouse.
     if (button == MouseButton::Left && PanMode) {
         canvas_.SetDrawMode(DrawMode::CopyPen);
         ResumeNext([&] { canvas_.SetDrawStyle(DrawStyle::Solid); });
@@ -268,7 +268,7 @@ void ViewCommands::MouseUp(MouseButton button, float, float)
         v.ViewY2 = Single(v.PrevViewY2 + dy);
         PlotAnew(dragStart_);
     }
-    // 3. The axis after every release once a program is loaded.
+    // The axis after every release once a program is loaded.
     if (host_.ProgramLoaded())
         plotter_.DrawAxis(canvas_);
     host_.SetCanvasPointer(CanvasPointer::Default);

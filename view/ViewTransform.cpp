@@ -34,28 +34,28 @@ void SetScaleHeight(DrawSurface& s, float v) { s.SetScale(s.ScaleLeft(), s.Scale
 
 void ViewTransform::SetCoords(DrawSurface& canvas)
 {
-    // 1. A single point has no size to fit.
+    // A single point has no size to fit.
     if (ViewX1 == ViewX2 && ViewY1 == ViewY2)
         return;
 
-    // 2. Shape of the canvas.
+    // Shape of the canvas.
     const double pixelWidth = canvas.PixelWidth();
     const double pixelHeight = canvas.PixelHeight();
     AspectRatio = Narrow(Divide(pixelWidth, pixelHeight));
 
-    // 3. Corners in order.
+    // Corners in order.
     if (ViewX1 > ViewX2)
         std::swap(ViewX1, ViewX2);
     if (ViewY1 > ViewY2)
         std::swap(ViewY1, ViewY2);
 
-    // 4. Back to device units before the new scale is built.
+    // Back to device units before the new scale is built.
     canvas.ResetScale();
 
-    // 5. Canvas width in pixels; becomes the two-pixel span in step 8.
+    // Canvas width in pixels; becomes the two-pixel span below.
     TwoPixelSpan = Narrow(pixelWidth);
 
-    // 6. Fit by the longer side of the window, compared in plot units only.
+    // Fit by the longer side of the window, compared in plot units only.
     const float dx = Narrow(std::fabs(static_cast<double>(ViewX1) - ViewX2));
     const float dy = Narrow(std::fabs(static_cast<double>(ViewY1) - ViewY2));
     if (dy <= dx) {
@@ -65,7 +65,7 @@ void ViewTransform::SetCoords(DrawSurface& canvas)
         ViewY1 = canvas.ScaleTop();
         ViewY2 = Narrow(static_cast<double>(ViewY1) + FitSpan);
         SetScaleWidth(canvas, dx);
-        // 7. Positive height: stored Y grows downward.
+        // Positive height: stored Y grows downward.
         SetScaleHeight(canvas, FitSpan);
     } else {
         FitSpan = Narrow(static_cast<double>(dy) * AspectRatio);
@@ -74,14 +74,13 @@ void ViewTransform::SetCoords(DrawSurface& canvas)
         ViewX2 = Narrow(static_cast<double>(ViewX1) + FitSpan);
         SetScaleTop(canvas, ViewY1);
         SetScaleWidth(canvas, FitSpan);
-        // 7. Positive height: stored Y grows downward.
+        // Positive height: stored Y grows downward.
         SetScaleHeight(canvas, dy);
     }
 
-    // 8. Two pixels in plot units.
+    // Two pixels in plot units.
     TwoPixelSpan = Narrow(2.0 * Divide(canvas.ScaleWidth(), TwoPixelSpan));
 
-    // 9.
     BlipSize = Narrow(FitSpan * 0.01);
 }
 

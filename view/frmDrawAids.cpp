@@ -69,11 +69,10 @@ void frmDrawAids::showEvent(QShowEvent* event)
 
 void frmDrawAids::cmdOK_Click()
 {
-    // 1.
     settings_.ShowAxis = chkModes_[AxisLines]->isChecked();
     settings_.ShowRapid = chkModes_[RapidLines]->isChecked();
     settings_.ShowBlips = chkModes_[RapidPoints]->isChecked();
-    // 2.-3. Cross hairs are overlays that only stay right while the canvas keeps its picture.
+    // Cross hairs are overlays that only stay right while the canvas keeps its picture.
     if (chkModes_[CrossHairs]->isChecked()) {
         if (!autoRedrawOn_)
             dialogs_.Message("Please set AutoRedraw to on before using this option.", "Corvane Backplot",
@@ -85,7 +84,6 @@ void frmDrawAids::cmdOK_Click()
         if (hideCrossHairs_)
             hideCrossHairs_();
     }
-    // 4.
     accept();
 }
 
