@@ -1,7 +1,8 @@
 #include <QApplication>
 #include <gtest/gtest.h>
 
-// The widget tests need one application object for the whole run and no display.
+// Widget tests (the canvas, the preview, the dialogs) need one application object for the
+// whole run and no display.
 int main(int argc, char** argv)
 {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
