@@ -1,5 +1,6 @@
 #include "PageSurface.h"
 
+#include "ArcAngle.h"
 #include "ArcGeometry.h"
 #include "ClipSegment.h"
 #include "RunTimeError.h"
@@ -96,14 +97,6 @@ std::vector<QPointF> PrinterPolyline(const std::vector<QPointF>& points)
             kept.push_back(q);
     }
     return kept;
-}
-
-double CheckAngle(double angle)
-{
-    constexpr double limit = static_cast<double>(static_cast<float>(2 * Pi));
-    if (!(std::fabs(angle) <= limit))
-        throw RunTimeError("Invalid procedure call");
-    return std::fabs(angle);
 }
 
 } // namespace
@@ -204,8 +197,8 @@ void PageSurface::PSet(double x, double y, std::uint32_t color)
 
 void PageSurface::Circle(double cx, double cy, double radius, std::uint32_t color, double start, double end)
 {
-    start = CheckAngle(start);
-    end = CheckAngle(end);
+    start = CheckArcAngle(start);
+    end = CheckArcAngle(end);
     const QPointF centre = Map(cx, cy);
     const double r = std::fabs(radius * PixelWidth() / static_cast<double>(ScaleWidth()));
     if (!std::isfinite(r))

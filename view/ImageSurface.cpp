@@ -1,5 +1,6 @@
 #include "ImageSurface.h"
 
+#include "ArcAngle.h"
 #include "ArcGeometry.h"
 #include "ClipSegment.h"
 #include "RunTimeError.h"
@@ -55,15 +56,6 @@ void InsideSteps(std::int64_t start, int sign, std::int64_t n, std::int64_t size
         lo = std::max<std::int64_t>(0, start - (size - 1));
         hi = std::min(n, start + 1);
     }
-}
-
-double CheckAngle(double angle)
-{
-    // The limit is 2 pi as a float holds it, so an angle that was stored as a float stays valid.
-    constexpr double limit = static_cast<double>(static_cast<float>(2 * Pi));
-    if (!(std::fabs(angle) <= limit))
-        throw RunTimeError("Invalid procedure call");
-    return std::fabs(angle);
 }
 
 } // namespace
@@ -382,8 +374,8 @@ void ImageSurface::PSet(double x, double y, std::uint32_t color)
 void ImageSurface::Circle(double cx, double cy, double radius, std::uint32_t color, double start,
                           double end)
 {
-    start = CheckAngle(start);
-    end = CheckAngle(end);
+    start = CheckArcAngle(start);
+    end = CheckArcAngle(end);
     const double centreX = (cx - scaleLeft_) * deviceFactorX_;
     const double centreY = (cy - scaleTop_) * deviceFactorY_;
     const double r = std::fabs(radius * deviceFactorX_);
