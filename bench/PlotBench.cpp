@@ -3,8 +3,8 @@
 // window from the dialog's answer to the finished picture. A plot pass should take under
 // 40 ms, an open under 150 ms, so that zooming feels immediate and opening barely waits.
 
-#include "../tests/app/ScratchSettings.h"
 #include "BenchSupport.h"
+#include "ScratchSettings.h"
 
 #include "CanvasWidget.h"
 #include "ImageSurface.h"
