@@ -70,7 +70,7 @@ void DxfExport::SaveAsDXF(ExportFileName& exportFileName, const std::string& wor
     } cleanup{*this};
     try {
         // The dialog, the kept name and the extension rule; the second filter entry
-        //      still writes DXF text.
+        // still writes DXF text.
         const std::optional<std::string> path =
             exportFileName.Choose(dialogs_, "Save As DXF File", workDir,
                                   {{"DXF files", "*.dxf"}, {"Windows bmps", "*.bmp"}}, ".dxf");

@@ -194,7 +194,7 @@ bool OutputCommands::Print(Plotter& plotter, Translator& translator, const Setti
                                                                QLatin1String(PdfFileName)));
 
         // The page's printable area: its size in twips for the mapping, in device
-        //    pixels for the drawing.
+        // pixels for the drawing.
         const QRect twips = printer.pageLayout().paintRectPixels(1440);
         PageSurface page(printer.width(), printer.height(), printer.resolution() * PenMillimetres / 25.4);
         PrintRenderer renderer(settings, plotter.View, mapping_);

@@ -141,7 +141,7 @@ void PrintRenderer::PrintArcRecord(DrawSurface& s, const EntityRecord& r, bool c
         return;
 
     // Counter-clockwise from `from` to `to`: a clockwise arc runs from its end back to
-    //    its start.
+    // its start.
     const auto startRad = static_cast<float>(r.StartAngle * (Pi / 180));
     const auto endRad = static_cast<float>(r.EndAngle * (Pi / 180));
     const float from = clockwise ? endRad : startRad;

@@ -259,7 +259,7 @@ void Translator::InterpretBlock(std::string_view blockText)
     record_.Clear(EntityRecord::NoMove);
 
     // Lathe: the plot's horizontal axis carries Z, the vertical X; a Y word means the
-    //    program was written for a mill.
+    // program was written for a mill.
     if (!s.Mill) {
         if (blockText.find('Y') != std::string_view::npos) {
             dialogs_.SetPointer(MousePointer::Default);
