@@ -27,6 +27,18 @@ void PutSingle(std::string& out, std::string_view code, float value)
     Put(out, DxfSingle(value));
 }
 
+// A point on the drawing plane: X and Y under their group codes, Z always "0". `codes` are
+// the three codes, "10", "20", "30" for a first point and "11", "21", "31" for a second.
+void PutPoint(std::string& out, const std::string_view (&codes)[3], float x, float y)
+{
+    PutSingle(out, codes[0], x);
+    PutSingle(out, codes[1], y);
+    Put(out, {codes[2], "0"});
+}
+
+constexpr std::string_view FirstPoint[3] = {"10", "20", "30"};
+constexpr std::string_view SecondPoint[3] = {"11", "21", "31"};
+
 struct LineType {
     std::string_view Name;
     std::string_view Description;
@@ -102,12 +114,8 @@ void WriteDxfLines(std::string& out, const DxfCollection& dxf)
 {
     for (const DxfLine& line : dxf.Lines) {
         Put(out, {"0", "LINE", "8", line.Layer});
-        PutSingle(out, "10", line.X1);
-        PutSingle(out, "20", line.Y1);
-        Put(out, {"30", "0"});
-        PutSingle(out, "11", line.X2);
-        PutSingle(out, "21", line.Y2);
-        Put(out, {"31", "0"});
+        PutPoint(out, FirstPoint, line.X1, line.Y1);
+        PutPoint(out, SecondPoint, line.X2, line.Y2);
     }
 }
 
@@ -115,9 +123,7 @@ void WriteDxfCircles(std::string& out, const DxfCollection& dxf)
 {
     for (const DxfCircle& circle : dxf.Circles) {
         Put(out, {"0", "CIRCLE", "8", circle.Layer});
-        PutSingle(out, "10", circle.CenterX);
-        PutSingle(out, "20", circle.CenterY);
-        Put(out, {"30", "0"});
+        PutPoint(out, FirstPoint, circle.CenterX, circle.CenterY);
         PutSingle(out, "40", circle.Radius);
     }
 }
@@ -126,9 +132,7 @@ void WriteDxfArcs(std::string& out, const DxfCollection& dxf)
 {
     for (const DxfArc& arc : dxf.Arcs) {
         Put(out, {"0", "ARC", "8", arc.Layer});
-        PutSingle(out, "10", arc.CenterX);
-        PutSingle(out, "20", arc.CenterY);
-        Put(out, {"30", "0"});
+        PutPoint(out, FirstPoint, arc.CenterX, arc.CenterY);
         PutSingle(out, "40", arc.Radius);
         PutSingle(out, "50", arc.StartAngle);
         PutSingle(out, "51", arc.EndAngle);
