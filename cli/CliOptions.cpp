@@ -1,25 +1,13 @@
 #include "CliOptions.h"
 
+#include "CliHelp.h"
+
+#include <CLI/CLI.hpp>
 #include <charconv>
-#include <cmath>
+#include <cctype>
 #include <map>
-#include <set>
 
 namespace backplot {
-
-const char* const CliUsage =
-    "usage: backplot-cli translate PROGRAM [--lathe] [--abs-center] [--data-dir DIR]\n"
-    "       backplot-cli records   PROGRAM [--lathe] [--abs-center] [--json] [--data-dir DIR]\n"
-    "       backplot-cli extents   PROGRAM [--size WxH] [--lathe] [--abs-center] [--data-dir DIR]\n"
-    "       backplot-cli render    PROGRAM -o OUT.bmp|OUT.png [--size WxH] [--steps N] [--no-rapid]\n"
-    "                              [--blips] [--no-axis] [--tool-colors] [--zoom-extents] [--do CMD]...\n"
-    "                              [--lathe] [--abs-center] [--data-dir DIR]\n"
-    "       backplot-cli view      PROGRAM [--size WxH] [--do CMD]... [--lathe] [--abs-center] [--data-dir DIR]\n"
-    "       backplot-cli dxf       PROGRAM -o OUT.dxf [--size WxH] [--lathe] [--abs-center] [--data-dir DIR]\n"
-    "       backplot-cli print     PROGRAM -o OUT.pdf [--size WxH] [--lathe] [--abs-center] [--data-dir DIR]\n"
-    "       backplot-cli details   PROGRAM --record N [--lathe] [--abs-center] [--data-dir DIR]\n"
-    "CMD: extents, in, out, previous, redraw, pan-left, pan-right, pan-up, pan-down,\n"
-    "     window:X1,Y1,X2,Y2 or pan:X1,Y1,X2,Y2 (plot units, Y negated)\n";
 
 namespace {
 
@@ -27,12 +15,6 @@ bool ParseInt(const std::string& text, int& value)
 {
     const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
     return result.ec == std::errc() && result.ptr == text.data() + text.size();
-}
-
-bool ParseFloat(const std::string& text, float& value)
-{
-    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
-    return result.ec == std::errc() && result.ptr == text.data() + text.size() && std::isfinite(value);
 }
 
 std::optional<std::string> ParseSize(const std::string& text, int& width, int& height)
@@ -48,174 +30,216 @@ std::optional<std::string> ParseSize(const std::string& text, int& width, int& h
     return std::nullopt;
 }
 
-// Which flags each command takes.
+// Which options each command takes.
 enum Flag : unsigned {
-    Machine = 1,     // --lathe, --abs-center, --data-dir
-    Size = 2,        // --size
-    Output = 4,      // -o
-    Json = 8,        // --json
+    Machine = 1,      // --lathe, --abs-center, --data-dir
+    Size = 2,         // --size
+    Output = 4,       // -o
+    Json = 8,         // --json
     RenderFlags = 16, // --steps, --no-rapid, --blips, --no-axis, --tool-colors, --zoom-extents
-    Do = 32,         // --do
-    Record = 64,     // --record
+    Do = 32,          // --do
+    Record = 64,      // --record
+    Batch = 128,      // several inputs, --png, --dxf, --pdf, --check, --jobs
 };
 
 const std::map<std::string, unsigned>& Commands()
 {
     static const std::map<std::string, unsigned> commands = {
-        {"translate", Machine},
+        {"translate", Machine | Json},
         {"records", Machine | Json},
-        {"extents", Machine | Size},
+        {"extents", Machine | Size | Json},
         {"render", Machine | Size | Output | RenderFlags | Do},
-        {"view", Machine | Size | Do},
+        {"view", Machine | Size | Do | Json},
         {"dxf", Machine | Size | Output},
         {"print", Machine | Size | Output},
-        {"details", Machine | Record},
+        {"details", Machine | Record | Json},
+        {"check", Machine | Json},
+        {"batch", Machine | Size | Output | Json | Batch},
     };
     return commands;
 }
 
-} // namespace
+// The option values as typed; checked after CLI11 has split the line, so that each
+// problem gets a message of its own.
+struct Typed {
+    std::string size, steps, record, jobs;
+    std::vector<std::string> doTexts;
+};
 
-std::optional<DoCommand> ParseDoCommand(const std::string& text)
+CLI::App* AddCommand(CLI::App& app, const std::string& name, unsigned takes, CliOptions& o, Typed& typed)
 {
-    static const std::map<std::string, DoCommand::Kind> plain = {
-        {"extents", DoCommand::Kind::Extents},    {"in", DoCommand::Kind::In},
-        {"out", DoCommand::Kind::Out},            {"previous", DoCommand::Kind::Previous},
-        {"redraw", DoCommand::Kind::Redraw},      {"pan-left", DoCommand::Kind::PanLeft},
-        {"pan-right", DoCommand::Kind::PanRight}, {"pan-up", DoCommand::Kind::PanUp},
-        {"pan-down", DoCommand::Kind::PanDown},
-    };
-    DoCommand command;
-    command.Text = text;
-    if (const auto found = plain.find(text); found != plain.end()) {
-        command.Type = found->second;
-        return command;
-    }
-    const std::size_t colon = text.find(':');
-    if (colon == std::string::npos)
-        return std::nullopt;
-    const std::string name = text.substr(0, colon);
-    if (name == "window")
-        command.Type = DoCommand::Kind::Window;
-    else if (name == "pan")
-        command.Type = DoCommand::Kind::Pan;
+    CLI::App* c = app.add_subcommand(name);
+    // Unknown options and extra programs are reported by ParseCommandLine in its own words.
+    c->allow_extras();
+    if (takes & Batch)
+        c->add_option("PROGRAM", o.Inputs);
     else
-        return std::nullopt;
-    float* const values[] = {&command.X1, &command.Y1, &command.X2, &command.Y2};
-    std::size_t start = colon + 1;
-    for (int i = 0; i < 4; ++i) {
-        const std::size_t comma = i < 3 ? text.find(',', start) : text.size();
-        if (comma == std::string::npos || !ParseFloat(text.substr(start, comma - start), *values[i]))
-            return std::nullopt;
-        start = comma + 1;
+        c->add_option("PROGRAM", o.Program);
+    if (takes & Machine) {
+        c->add_flag("--lathe", o.Lathe);
+        c->add_flag("--abs-center", o.AbsCenter);
+        if (!(takes & Batch))
+            c->add_option("--data-dir", o.DataDir);
     }
-    return command;
+    if (takes & Json)
+        c->add_flag("--json", o.Json);
+    if (takes & Size)
+        c->add_option("--size", typed.size);
+    if (takes & Output)
+        c->add_option("-o,--output", o.Output);
+    if (takes & RenderFlags) {
+        c->add_option("--steps", typed.steps);
+        c->add_flag("--no-rapid", o.NoRapid);
+        c->add_flag("--blips", o.Blips);
+        c->add_flag("--no-axis", o.NoAxis);
+        c->add_flag("--tool-colors", o.ToolColors);
+        c->add_flag("--zoom-extents", o.ZoomExtents);
+    }
+    if (takes & Do)
+        c->add_option("--do", typed.doTexts)->allow_extra_args(false);
+    if (takes & Record)
+        c->add_option("--record", typed.record);
+    if (takes & Batch) {
+        c->add_flag("--png", o.Png);
+        c->add_flag("--dxf", o.Dxf);
+        c->add_flag("--pdf", o.Pdf);
+        c->add_flag("--check", o.Check);
+        c->add_option("--jobs", typed.jobs);
+    }
+    return c;
 }
 
-std::optional<CliOptions> ParseCliOptions(const std::vector<std::string>& args, std::string& error)
+// The checks CLI11 leaves to us; the first problem found, if any.
+std::optional<std::string> Finish(CliOptions& o, unsigned takes, const Typed& typed)
 {
-    if (args.empty() || !Commands().count(args[0])) {
-        error = args.empty() ? "no command given" : "unknown command '" + args[0] + "'";
-        return std::nullopt;
+    if (!typed.size.empty())
+        if (auto problem = ParseSize(typed.size, o.Width, o.Height))
+            return problem;
+    if (!typed.steps.empty()) {
+        int steps = 0;
+        if (!ParseInt(typed.steps, steps) || steps < 0)
+            return "--steps takes a whole number of steps";
+        o.Steps = steps;
     }
-    CliOptions o;
-    o.Command = args[0];
-    const unsigned takes = Commands().at(o.Command);
-    for (std::size_t i = 1; i < args.size(); ++i) {
-        const std::string& a = args[i];
-        std::string text;
-        auto value = [&]() {
-            if (i + 1 >= args.size()) {
-                error = a + " needs a value";
-                return false;
-            }
-            text = args[++i];
-            return true;
-        };
-        const auto takesFlag = [&](unsigned flag) { return (takes & flag) != 0; };
-        if (takesFlag(Machine) && a == "--lathe")
-            o.Lathe = true;
-        else if (takesFlag(Machine) && a == "--abs-center")
-            o.AbsCenter = true;
-        else if (takesFlag(Machine) && a == "--data-dir") {
-            if (!value())
-                return std::nullopt;
-            o.DataDir = text;
-        } else if (takesFlag(Json) && a == "--json")
-            o.Json = true;
-        else if (takesFlag(Size) && a == "--size") {
-            if (!value())
-                return std::nullopt;
-            if (const auto problem = ParseSize(text, o.Width, o.Height)) {
-                error = *problem;
-                return std::nullopt;
-            }
-        } else if (takesFlag(Output) && (a == "-o" || a == "--output")) {
-            if (!value())
-                return std::nullopt;
-            o.Output = text;
-        } else if (takesFlag(RenderFlags) && a == "--steps") {
-            int steps = 0;
-            if (!value())
-                return std::nullopt;
-            if (!ParseInt(text, steps) || steps < 0) {
-                error = "--steps takes a whole number of steps";
-                return std::nullopt;
-            }
-            o.Steps = steps;
-        } else if (takesFlag(RenderFlags) && a == "--no-rapid")
-            o.NoRapid = true;
-        else if (takesFlag(RenderFlags) && a == "--blips")
-            o.Blips = true;
-        else if (takesFlag(RenderFlags) && a == "--no-axis")
-            o.NoAxis = true;
-        else if (takesFlag(RenderFlags) && a == "--tool-colors")
-            o.ToolColors = true;
-        else if (takesFlag(RenderFlags) && a == "--zoom-extents")
-            o.ZoomExtents = true;
-        else if (takesFlag(Do) && a == "--do") {
-            if (!value())
-                return std::nullopt;
-            const std::optional<DoCommand> command = ParseDoCommand(text);
-            if (!command) {
-                error = "--do: '" + text + "' is not a view command";
-                return std::nullopt;
-            }
-            o.Do.push_back(*command);
-        } else if (takesFlag(Record) && a == "--record") {
-            int record = 0;
-            if (!value())
-                return std::nullopt;
-            if (!ParseInt(text, record)) {
-                error = "--record takes a record number";
-                return std::nullopt;
-            }
-            o.Record = record;
-        } else if (!a.empty() && a[0] == '-') {
-            error = "unknown option '" + a + "' for " + o.Command;
-            return std::nullopt;
-        } else if (o.Program.empty())
-            o.Program = a;
-        else {
-            error = "more than one program given";
-            return std::nullopt;
-        }
+    for (const std::string& text : typed.doTexts) {
+        const std::optional<DoCommand> command = ParseDoCommand(text);
+        if (!command)
+            return "--do: '" + text + "' is not a view command";
+        o.Do.push_back(*command);
     }
-    if (o.Program.empty()) {
-        error = "no program given";
-        return std::nullopt;
+    if (!typed.record.empty()) {
+        int record = 0;
+        if (!ParseInt(typed.record, record))
+            return "--record takes a record number";
+        o.Record = record;
+    }
+    if (!typed.jobs.empty() && (!ParseInt(typed.jobs, o.Jobs) || o.Jobs < 1))
+        return "--jobs takes a number of jobs, 1 or more";
+
+    if (takes & Batch) {
+        if (o.Inputs.empty())
+            return "no program or folder given";
+    } else if (o.Program.empty()) {
+        return "no program given";
     }
     if ((takes & Output) && o.Output.empty()) {
-        error = o.Command + " needs -o OUT" + (o.Command == "render" ? ".bmp or OUT.png"
-                                               : o.Command == "dxf"  ? ".dxf"
-                                                                     : ".pdf");
-        return std::nullopt;
+        if (o.Command == "render")
+            return "render needs -o OUT.png or OUT.bmp";
+        if (o.Command == "batch")
+            return "batch needs -o OUTDIR";
+        return o.Command + " needs -o OUT" + (o.Command == "dxf" ? ".dxf" : ".pdf");
     }
-    if ((takes & Record) && !o.Record) {
-        error = o.Command + " needs --record N";
-        return std::nullopt;
+    if (o.Command == "render" && o.Output != "-") {
+        const std::string& path = o.Output;
+        const std::size_t dot = path.find_last_of("./");
+        std::string extension = dot == std::string::npos || path[dot] != '.' ? "" : path.substr(dot);
+        for (char& c : extension)
+            c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        if (extension != ".png" && extension != ".bmp")
+            return "render writes .png or .bmp files, not '" + path + "'";
     }
-    return o;
+    if ((takes & Record) && !o.Record)
+        return o.Command + " needs --record N";
+    return std::nullopt;
+}
+
+CommandLine UsageError(std::string text)
+{
+    CommandLine line;
+    line.What = CommandLine::Kind::UsageError;
+    line.Text = std::move(text);
+    return line;
+}
+
+CommandLine Help(const std::string& command)
+{
+    CommandLine line;
+    line.What = CommandLine::Kind::Help;
+    line.Text = CommandHelp(command);
+    return line;
+}
+
+} // namespace
+
+bool DrawsPictures(const CliOptions& o)
+{
+    return o.Command == "render" || o.Command == "print" || (o.Command == "batch" && (o.Png || o.Pdf));
+}
+
+CommandLine ParseCommandLine(int argc, const char* const* argv)
+{
+    const std::vector<std::string> args(argv + 1, argv + argc);
+    if (args.empty())
+        return UsageError("no command given");
+    const std::string& first = args[0];
+    if (first == "-h" || first == "--help")
+        return Help("");
+    if (first == "--version") {
+        CommandLine line;
+        line.What = CommandLine::Kind::Version;
+        line.Text = VersionText();
+        return line;
+    }
+    if (first == "help") {
+        if (args.size() > 1 && !Commands().count(args[1]))
+            return UsageError("unknown command '" + args[1] + "'");
+        return Help(args.size() > 1 ? args[1] : "");
+    }
+    if (!first.empty() && first[0] == '-')
+        return UsageError("unknown option '" + first + "'; a command comes first");
+    const auto found = Commands().find(first);
+    if (found == Commands().end())
+        return UsageError("unknown command '" + first + "'");
+    const unsigned takes = found->second;
+
+    CommandLine line;
+    CliOptions& o = line.Options;
+    o.Command = first;
+    Typed typed;
+    CLI::App app{"", "backplot-cli"};
+    app.set_help_flag();
+    CLI::App* command = AddCommand(app, first, takes, o, typed);
+    command->set_help_flag("-h,--help");
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::CallForHelp&) {
+        return Help(first);
+    } catch (const CLI::ArgumentMismatch& e) {
+        // "--size: 1 required TEXT missing" and the like: the option named, without the type.
+        std::string text = e.what();
+        return UsageError(text.substr(0, text.find(':')) + " needs a value");
+    } catch (const CLI::ParseError& e) {
+        return UsageError(e.what());
+    }
+    for (const std::string& extra : command->remaining()) {
+        if (extra.size() > 1 && extra[0] == '-')
+            return UsageError("unknown option '" + extra + "' for " + first);
+        return UsageError("more than one program given ('" + extra + "')");
+    }
+    if (auto problem = Finish(o, takes, typed))
+        return UsageError(*problem);
+    line.What = CommandLine::Kind::Run;
+    return line;
 }
 
 } // namespace backplot

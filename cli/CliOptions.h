@@ -1,33 +1,24 @@
 #pragma once
 
+#include "DoCommand.h"
+
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace backplot {
 
-// One view command of `--do`, as the window's commands would apply it. Points are in
-// plot units (stored coordinates, Y negated), as the canvas delivers mouse positions.
-struct DoCommand {
-    enum class Kind { Extents, In, Out, Previous, Redraw, PanLeft, PanRight, PanUp, PanDown, Window, Pan };
-    Kind Type = Kind::Redraw;
-    std::string Text;                 // as given, for the "# ..." label
-    float X1 = 0, Y1 = 0, X2 = 0, Y2 = 0; // window: and pan: only
-};
-
-// Parses "extents", "window:X1,Y1,X2,Y2", ...; nothing for a text that is not a command.
-std::optional<DoCommand> ParseDoCommand(const std::string& text);
-
 // The command line of backplot-cli, parsed. Settings not named by a flag keep their
 // built-in defaults, so results do not depend on who runs the tool.
 struct CliOptions {
     std::string Command;
-    std::string Program;
+    std::string Program;             // "-" is standard input
+    std::vector<std::string> Inputs; // batch: programs and folders
     bool Lathe = false;
     bool AbsCenter = false;
     bool Json = false;
     std::optional<std::string> DataDir;
-    std::string Output;
+    std::string Output; // "-" is standard output
     int Width = 800;
     int Height = 600;
     std::optional<int> Steps;
@@ -38,6 +29,12 @@ struct CliOptions {
     bool ZoomExtents = false;
     std::optional<int> Record;
     std::vector<DoCommand> Do;
+    // batch
+    bool Png = false;
+    bool Dxf = false;
+    bool Pdf = false;
+    bool Check = false;
+    int Jobs = 0; // 0: one per core
 };
 
 // The largest canvas the tool draws: enough for an 8K screen or a page printed at high
@@ -45,10 +42,19 @@ struct CliOptions {
 inline constexpr int MaxCanvasSide = 16384;
 inline constexpr long long MaxCanvasPixels = 64LL * 1024 * 1024; // 256 MiB at 4 bytes a pixel
 
-// Parses argv (without the program name). On a usage error returns nothing and puts
-// the reason into `error`.
-std::optional<CliOptions> ParseCliOptions(const std::vector<std::string>& args, std::string& error);
+// What the command line asks for: a command to run, a help or version text to print
+// (stdout, exit 0), or a usage error (one line, exit 2).
+struct CommandLine {
+    enum class Kind { Run, Help, Version, UsageError };
+    Kind What = Kind::UsageError;
+    CliOptions Options;
+    std::string Text; // the help or version text, or the usage error without a line end
+};
 
-extern const char* const CliUsage;
+// Parses argv as given to main().
+CommandLine ParseCommandLine(int argc, const char* const* argv);
+
+// The commands that draw (render, print, batch with pictures) need Qt Gui; the rest do not.
+bool DrawsPictures(const CliOptions& options);
 
 } // namespace backplot

@@ -1,10 +1,15 @@
 #include "CliSession.h"
 
+#include "ProgramInput.h"
 #include "RunTimeError.h"
 
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <ostream>
 #include <system_error>
+#include <unistd.h>
 
 namespace backplot {
 
@@ -34,22 +39,43 @@ CliSession::CliSession(const CliOptions& options, std::ostream& out, std::ostrea
 
 CliSession::~CliSession() = default;
 
+bool CliSession::PrepareDataFolder()
+{
+    if (!options_.DataDir)
+        return true;
+    const std::string& folder = *options_.DataDir;
+    std::error_code ec;
+    std::filesystem::create_directories(folder, ec);
+    if (ec) {
+        err_ << "backplot-cli: the data folder " << folder << " cannot be made: " << ec.message() << '\n';
+        return false;
+    }
+    // A folder that cannot take a file would otherwise show as a problem of the program.
+    std::string probe = (std::filesystem::path(folder) / ".backplot-cli-XXXXXX").string();
+    const int fd = ::mkstemp(probe.data());
+    bool written = fd >= 0 && ::write(fd, "x", 1) == 1;
+    int error = errno;
+    if (fd >= 0) {
+        if (::close(fd) != 0 && written) {
+            written = false;
+            error = errno;
+        }
+        ::unlink(probe.c_str());
+    }
+    if (!written) {
+        err_ << "backplot-cli: the data folder " << folder << " cannot be written: " << std::strerror(error) << '\n';
+        return false;
+    }
+    return true;
+}
+
 bool CliSession::Translate()
 {
-    const std::string& program = options_.Program;
-    std::error_code ec;
-    const auto status = std::filesystem::status(program, ec);
-    if (ec || !std::filesystem::is_regular_file(status)) {
-        dialogs_.Message(program + " cannot be opened: no such file", "Corvane Backplot", MsgIcon::Critical,
-                         MsgButtons::Ok);
+    ProgramInput input;
+    if (!input.Open(options_.Program, dialogs_))
         return false;
-    }
-    if (std::filesystem::file_size(program, ec) == 0 && !ec) {
-        dialogs_.Message(program + " is an empty file", "Corvane Backplot", MsgIcon::Critical, MsgButtons::Ok);
-        return false;
-    }
     translator_.ResetForNewProgram();
-    translator_.NormaliseFile(program, TempFileName);
+    translator_.NormaliseFile(input.Path(), TempFileName);
     translator_.TranslateProgram();
     return true;
 }
@@ -69,16 +95,6 @@ void CliSession::OpenView(Plotter& plotter, DrawSurface& canvas)
         dialogs_.Message(std::string("The view could not be fitted: ") + e.what(), "Corvane Backplot",
                          MsgIcon::Critical, MsgButtons::Ok);
     }
-}
-
-int RunTranslate(CliSession& session)
-{
-    if (!session.Translate())
-        return 1;
-    const TranslationState& s = session.Translation().State();
-    session.Out() << "Records " << s.RecordCount << "\nLines " << s.LineCount << "\nToolChanges "
-                  << s.ToolChangeCount << "\nRecordFile " << session.Translation().RecordFilePath() << "\n";
-    return session.ExitCode();
 }
 
 } // namespace backplot

@@ -14,7 +14,7 @@
 namespace backplot {
 
 // One run of the pipeline without a window: the data folder, the settings from their
-// defaults and the flags, the translator, and the messages on stderr.
+// defaults and the flags, the translator, and the messages on `err`.
 class CliSession {
 public:
     CliSession(const CliOptions& options, std::ostream& out, std::ostream& err);
@@ -22,8 +22,12 @@ public:
     CliSession(const CliSession&) = delete;
     CliSession& operator=(const CliSession&) = delete;
 
+    // Makes the data folder given with --data-dir when it is missing and checks that it
+    // can be written. False, with the folder named on `err`, when it cannot.
+    bool PrepareDataFolder();
+
     // Normalises and translates the program into the data folder. False when the
-    // program could not be read at all (missing or empty; the message is out already).
+    // program could not be read at all (missing, a folder or empty; the message is out).
     bool Translate();
 
     // A plotter on this session's translator, settings and seams.
@@ -60,10 +64,9 @@ private:
 int RunTranslate(CliSession& session);
 int RunRecords(CliSession& session);
 int RunExtents(CliSession& session);
-int RunRender(CliSession& session);
 int RunView(CliSession& session);
 int RunDxf(CliSession& session);
-int RunPrint(CliSession& session);
 int RunDetails(CliSession& session);
+int RunCheck(CliSession& session);
 
 } // namespace backplot

@@ -1,11 +1,50 @@
 #include "CliSession.h"
+#include "JsonText.h"
 #include "DetailsReport.h"
 #include "RecordFile.h"
 #include "RunTimeError.h"
 
+#include <algorithm>
 #include <ostream>
+#include <string_view>
 
 namespace backplot {
+
+namespace {
+
+// The report as data: its lines as printed, and each "label value" line as a number
+// under its label ("X start position": -1). The kind comes from the "<Arc>" line.
+void PrintJson(std::ostream& out, int number, const EntityRecord& record, const std::vector<std::string>& report)
+{
+    std::string kind, values, lines;
+    for (const std::string& line : report) {
+        if (!lines.empty())
+            lines += ',';
+        lines += JsonString(line);
+        const std::string_view text = TrimRight(line);
+        const std::size_t open = text.find('<');
+        if (open != std::string_view::npos && text.back() == '>') {
+            kind = text.substr(open + 1, text.size() - open - 2);
+            continue;
+        }
+        std::size_t start = text.size();
+        while (start > 0 && std::string_view("0123456789.-").find(text[start - 1]) != std::string_view::npos)
+            --start;
+        std::string_view label = TrimRight(text.substr(0, start));
+        label.remove_prefix(std::min(label.find_first_not_of(' '), label.size()));
+        if (start == text.size() || label.empty() || label.starts_with("CNC code"))
+            continue;
+        if (!values.empty())
+            values += ',';
+        values += JsonString(label);
+        values += ':';
+        values += text.substr(start);
+    }
+    out << "{\"Record\":" << number << ",\"BlockText\":" << JsonString(TrimRight(record.BlockTextView()))
+        << ",\"Kind\":" << JsonString(kind) << ",\"Values\":{" << values << "},\"Report\":[" << lines << "]}\n";
+}
+
+} // namespace
 
 // The step details report of record N as the window shows it after stepping to N: the
 // step reads the record into the buffer and trims its block text, then the report is
@@ -36,8 +75,12 @@ int RunDetails(CliSession& session)
         return 1;
     }
     TrimBlockText(record);
-    for (const std::string& line : DetailsReport(record, t.State().Mill))
-        session.Out() << line << '\n';
+    const std::vector<std::string> report = DetailsReport(record, t.State().Mill);
+    if (session.Options().Json)
+        PrintJson(session.Out(), wanted, record, report);
+    else
+        for (const std::string& line : report)
+            session.Out() << line << '\n';
     return session.ExitCode();
 }
 

@@ -10,6 +10,7 @@ namespace backplot {
 
 // The DXF the window writes right after opening the program on a canvas of --size: the
 // header carries that canvas's scale, the entities come from the re-run of the blocks.
+// "-" writes it to stdout; any other name is used as given.
 int RunDxf(CliSession& session)
 {
     if (!session.Translate())
@@ -24,6 +25,10 @@ int RunDxf(CliSession& session)
 
     const DxfCanvasScale scale{canvas.ScaleLeft(), canvas.ScaleTop(), canvas.ScaleWidth(), canvas.ScaleHeight()};
     DxfExport exporter(t, session.Dialogs());
+    if (o.Output == "-") {
+        session.Out() << exporter.Document(scale);
+        return session.ExitCode();
+    }
     std::string error;
     if (!exporter.ExportTo(o.Output, scale, error)) {
         session.Err() << "backplot-cli: " << error << '\n';

@@ -1,4 +1,5 @@
 #include "CliSession.h"
+#include "DrawCommands.h"
 #include "OutputCommands.h"
 #include "Plotter.h"
 #include "RunTimeError.h"
@@ -8,6 +9,7 @@
 #include <QString>
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
 #include <memory>
 #include <ostream>
 
@@ -70,29 +72,70 @@ std::unique_ptr<QGuiApplication> MakeApplication()
 
 } // namespace
 
+std::shared_ptr<void> StartPages(const std::string& folder)
+{
+    struct Pages {
+        explicit Pages(const std::string& folder) : Runtime(folder), Application(MakeApplication()) {}
+        RuntimeFolder Runtime;
+        std::unique_ptr<QGuiApplication> Application;
+    };
+    return std::make_shared<Pages>(folder);
+}
+
+namespace {
+
+// The page after opening, to `path` ("-": the standard output).
+bool PrintPage(CliSession& session, const std::string& path)
+{
+    const CliOptions& o = session.Options();
+    Translator& t = session.Translation();
+    // A batch has made the application object beforehand, in the main thread.
+    const std::shared_ptr<void> pages = QCoreApplication::instance() ? nullptr : StartPages(t.DataFolder());
+
+    ScaleSurface canvas(o.Width, o.Height);
+    Plotter plotter = session.MakePlotter();
+    session.OpenView(plotter, canvas);
+
+    // The printer reads its PDF back to see that it is whole, which a pipe does not allow:
+    // the page for the standard output is made in the data folder first.
+    const std::string file = path == "-" ? t.DataFolder() + "page.pdf" : path;
+    OutputCommands output;
+    output.PrintToPdf(QString::fromStdString(file));
+    const bool printed = output.Print(plotter, t, session.Config(), session.Dialogs());
+    if (path == "-") {
+        if (printed) {
+            std::ifstream page(file, std::ios::binary);
+            session.Out() << page.rdbuf();
+        }
+        std::remove(file.c_str());
+    }
+    return printed;
+}
+
+} // namespace
+
 // The page the window's print command sends right after opening the program on a canvas
 // of --size, written as a PDF file.
 int RunPrint(CliSession& session)
 {
     if (!session.Translate())
         return 1;
-    const CliOptions& o = session.Options();
-    Translator& t = session.Translation();
-    const RuntimeFolder runtime(t.DataFolder());
-    const std::unique_ptr<QGuiApplication> application = MakeApplication();
-
-    ScaleSurface canvas(o.Width, o.Height);
-    Plotter plotter = session.MakePlotter();
-    session.OpenView(plotter, canvas);
-
-    OutputCommands output;
-    output.PrintToPdf(QString::fromStdString(o.Output));
-    if (!output.Print(plotter, t, session.Config(), session.Dialogs())) {
-        session.Err() << "backplot-cli: no page written to " << o.Output
+    const std::string& path = session.Options().Output;
+    session.Out().flush();
+    if (!PrintPage(session, path)) {
+        session.Err() << "backplot-cli: no page written to " << path
                       << (session.ExitCode() == 0 ? ": nothing to print\n" : "\n");
         return 1;
     }
     return session.ExitCode();
+}
+
+bool WritePdf(CliSession& session, const std::string& path, std::string& error)
+{
+    if (PrintPage(session, path))
+        return true;
+    error = "no page written to " + path;
+    return false;
 }
 
 } // namespace backplot

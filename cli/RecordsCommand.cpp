@@ -1,36 +1,19 @@
 #include "CliSession.h"
+#include "JsonText.h"
 #include "NumberFormat.h"
 #include "RecordFile.h"
 #include "RunTimeError.h"
 
-#include <charconv>
 #include <ostream>
 
 namespace backplot {
 
 namespace {
 
-std::string JsonString(std::string_view text)
+void PrintJson(std::ostream& out, int number, const EntityRecord& r)
 {
-    std::string out = "\"";
-    for (const char c : text) {
-        if (c == '"' || c == '\\')
-            out.push_back('\\');
-        if (static_cast<unsigned char>(c) < 0x20) {
-            char escaped[8];
-            std::snprintf(escaped, sizeof escaped, "\\u%04x", c);
-            out += escaped;
-            continue;
-        }
-        out.push_back(c);
-    }
-    out.push_back('"');
-    return out;
-}
-
-void PrintJson(std::ostream& out, const EntityRecord& r)
-{
-    out << "{\"BlockText\":" << JsonString(r.BlockTextView()) << ",\"KindName\":" << JsonString(r.KindNameView())
+    out << "{\"Record\":" << number << ",\"BlockText\":" << JsonString(TrimRight(r.BlockTextView()))
+        << ",\"KindName\":" << JsonString(TrimRight(r.KindNameView()))
         << ",\"MoveType\":" << r.MoveType << ",\"StartX\":" << FloatText(r.StartX)
         << ",\"StartY\":" << FloatText(r.StartY) << ",\"StartZ\":" << FloatText(r.StartZ)
         << ",\"EndX\":" << FloatText(r.EndX) << ",\"EndY\":" << FloatText(r.EndY)
@@ -47,10 +30,7 @@ void PrintLine(std::ostream& out, int number, const EntityRecord& r)
         << FloatText(r.EndY) << '\t' << FloatText(r.EndZ) << '\t' << FloatText(r.Radius) << '\t'
         << FloatText(r.StartAngle) << '\t' << FloatText(r.EndAngle) << '\t' << FloatText(r.CenterX) << '\t'
         << FloatText(r.CenterY) << '\t' << r.ToolNum << '\t';
-    std::string_view text = r.BlockTextView();
-    while (!text.empty() && text.back() == ' ')
-        text.remove_suffix(1);
-    out << JsonString(text) << '\n';
+    out << JsonString(TrimRight(r.BlockTextView())) << '\n';
 }
 
 } // namespace
@@ -73,7 +53,7 @@ int RunRecords(CliSession& session)
         for (int n = 1; n <= total && out; ++n) {
             reader.Read(n, record);
             if (json)
-                PrintJson(out, record);
+                PrintJson(out, n, record);
             else
                 PrintLine(out, n, record);
         }

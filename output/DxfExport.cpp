@@ -87,14 +87,19 @@ void DxfExport::SaveAsDXF(ExportFileName& exportFileName, const std::string& wor
     }
 }
 
-bool DxfExport::ExportTo(const std::string& path, const DxfCanvasScale& canvas, std::string& error)
+std::string DxfExport::Document(const DxfCanvasScale& canvas)
 {
     struct Cleanup {
         DxfExport& self;
         ~Cleanup() { self.Finish(); }
     } cleanup{*this};
     GetDXFCoords();
-    return WriteTextFile(WithDefaultExtension(path, ".dxf"), DxfDocument(canvas, translator_.Dxf()), error);
+    return DxfDocument(canvas, translator_.Dxf());
+}
+
+bool DxfExport::ExportTo(const std::string& path, const DxfCanvasScale& canvas, std::string& error)
+{
+    return WriteTextFile(path, Document(canvas), error);
 }
 
 bool DxfExport::WriteTextFile(const std::string& path, const std::string& text, std::string& error)

@@ -41,9 +41,12 @@ public:
     // a later export nor the next translation finds them left over.
     void SaveAsDXF(ExportFileName& exportFileName, const std::string& workDir, const DxfCanvasScale& canvas);
 
-    // The command-line tool's export to a given path (the extension rule applies): as
-    // SaveAsDXF without the dialog. False when the file cannot be written, with the reason
-    // in `error`; a file that was begun is removed again then.
+    // The DXF text SaveAsDXF would write, without the dialog; the arrays are emptied again.
+    std::string Document(const DxfCanvasScale& canvas);
+
+    // The command-line tool's export to `path`, used exactly as given (no extension is
+    // added). False when the file cannot be written, with the reason in `error`; a file
+    // that was begun is removed again then.
     bool ExportTo(const std::string& path, const DxfCanvasScale& canvas, std::string& error);
 
     // Writes `text` to `path`, created or truncated. False with the reason in `error`

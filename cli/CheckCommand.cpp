@@ -1,0 +1,4 @@
+#include "CliSession.h"
+namespace backplot {
+int RunCheck(CliSession&) { return 1; }
+}
