@@ -6,6 +6,7 @@ set -euo pipefail
 packages=(
   g++ cmake make pkg-config
   qt6-base-dev qt6-svg-dev libgl-dev qt6-qpa-plugins fonts-dejavu-core
+  libcli11-dev
   libqscintilla2-qt6-dev
   libgtest-dev libgmock-dev googletest
   libbenchmark-dev
