@@ -43,6 +43,25 @@ std::vector<std::size_t> AddressWords(std::string_view text)
     return words;
 }
 
+// A word whose loss changes the picture: a coordinate, an arc value, a tool, a G word the
+// interpreter acts on (G0-G3, G90, G91) or the end of the program. F, S, N, M and the
+// like are read but draw nothing.
+bool Matters(std::string_view word)
+{
+    if (word.empty())
+        return false;
+    if (std::string_view("XYZIJKRT").find(word[0]) != std::string_view::npos)
+        return true;
+    std::string_view number = word.substr(1);
+    number.remove_prefix(std::min(number.find_first_not_of(" +0"), number.size()));
+    if (word[0] == 'M')
+        return number == "30" || number.starts_with("30.");
+    if (word[0] != 'G')
+        return false;
+    const std::string_view whole = number.substr(0, number.find('.'));
+    return whole.empty() || whole == "1" || whole == "2" || whole == "3" || whole == "90" || whole == "91";
+}
+
 // `text` without its parenthesised parts; an unclosed "(" runs to the end.
 std::string WithoutComments(std::string_view text)
 {
@@ -195,7 +214,11 @@ void CheckLowerCase(const BlockFacts& f, std::size_t limit, std::vector<Finding>
             continue;
         const std::string_view number = NumberAfter(f.Block, p);
         const std::string_view start = number.substr(std::min(number.find_first_not_of(' '), number.size()));
-        if (!start.empty() && (IsDigit(start[0]) || (start.size() > 1 && IsDigit(start[1]))))
+        if (start.empty() || !(IsDigit(start[0]) || (start.size() > 1 && IsDigit(start[1]))))
+            continue;
+        std::string upper = WordAt(f.Block, p);
+        upper[0] = static_cast<char>(upper[0] - 'a' + 'A');
+        if (Matters(upper))
             words.push_back(p);
     }
     if (words.empty())
@@ -342,11 +365,12 @@ void CheckSemicolon(const BlockFacts& f, std::size_t q, std::vector<Finding>& ou
             continue;
         if (std::string_view("IJKR").find(letter) != std::string_view::npos && !f.ArcMode)
             continue;
-        const char writer = WriterLetter(letter, f.Mill);
-        add(std::string(1, writer) + (letter == 'T' ? ": a tool change" : std::string_view("XYZ").find(letter) !=
-                                                                             std::string_view::npos
-                                                                         ? ": a coordinate"
-                                                                         : ": an arc value"));
+        const std::optional<double> value = Reading(f.Effective, letter);
+        const std::string writer(1, WriterLetter(letter, f.Mill));
+        if (letter == 'T')
+            add("T: a tool change to T" + Number(value.value_or(0), 0));
+        else
+            add(writer + (value ? " read as " + Number(*value, 8) : " raising the error box"));
     }
     if (f.Block.find("M30", q) != std::string_view::npos && f.Block.substr(0, q).find("M30") == std::string_view::npos)
         add("\"M30\": the end of the program");
@@ -421,6 +445,14 @@ char FirstFailure(std::string_view effective, std::int16_t toolChanges)
     return fails('K') ? 'K' : 0;
 }
 
+int SelectedPlane(std::string_view block, int current)
+{
+    for (const GWord& g : GWords(block, block.find(';')))
+        if (!g.Decimal && g.Whole >= 17 && g.Whole <= 19)
+            current = g.Whole;
+    return current;
+}
+
 char WriterLetter(char effective, bool mill)
 {
     if (mill)
@@ -467,7 +499,8 @@ void CheckCut(int line, std::string_view raw, std::vector<Finding>& out)
     if (cut == std::string_view::npos || raw.find(';') < cut)
         return; // nothing cut, or the writer's own comment began before the cut
     const std::string lost = WithoutComments(raw.substr(raw[cut] == '(' ? cut : cut + 1));
-    const std::vector<std::size_t> words = AddressWords(lost);
+    std::vector<std::size_t> words = AddressWords(lost);
+    std::erase_if(words, [&](std::size_t p) { return !Matters(WordAt(lost, p)); });
     if (words.empty())
         return;
     const bool plural = words.size() > 1;

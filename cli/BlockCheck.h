@@ -47,6 +47,10 @@ char FirstFailure(std::string_view effective, std::int16_t toolChanges);
 // "R1=10", or the letter inside a name such as "GOTO".
 bool InExpression(std::string_view block, std::size_t position);
 
+// The plane after the block's G17, G18 and G19 words (those before a ";"), `current`
+// when it has none.
+int SelectedPlane(std::string_view block, int current);
+
 // The letter, in the writer's terms, of a letter of the effective block: lathe blocks
 // read their X word as Y, Z as X, I as J and K as I.
 char WriterLetter(char effective, bool mill);

@@ -38,7 +38,8 @@ public:
 // The translator can only run out of room in its 16-bit line counter: a block writes at
 // most one record, so the record counter never passes the line counter.
 constexpr int MostLines = 32767;
-constexpr double OffCircle = 0.001; // program units
+// Program units; a hair above, so that ends rounded to 0.001 by their writer stay silent.
+constexpr double OffCircle = 0.001 + 1e-9;
 
 bool IsBlank(std::string_view text) { return text.find_first_not_of(' ') == std::string_view::npos; }
 
@@ -133,7 +134,9 @@ private:
     bool mill_;
     int absCenter_;
     WordHistory history_;
-    int toolWords_ = 0; // T words the interpreter reached
+    int toolWords_ = 0;        // T words the interpreter reached
+    int plane_ = 17;           // the last G17, G18 or G19
+    bool positionOff_ = false; // a coordinate read off its meaning since both X and Y were last set
     Box drawing_;
     std::vector<ArcRecord> arcs_;
     std::vector<Finding> findings_;
@@ -156,6 +159,7 @@ bool Replay::Line(int line, const std::string& raw, int nonEmpty)
         return false;
     }
     const std::string effective = mill_ ? block : LatheLetters(block);
+    plane_ = SelectedPlane(block, plane_);
 
     // Run the block through the interpreter, as the driver does.
     const double startX = s.LastX, startY = s.LastY, startZ = s.LastZ;
@@ -179,7 +183,7 @@ bool Replay::Line(int line, const std::string& raw, int nonEmpty)
     facts.AbsCenter = absCenter_ == 1;
     facts.ArcMode = s.MoveMode == 2 || s.MoveMode == 3;
     const bool movesXY = s.CurX != startX || s.CurY != startY;
-    facts.Moves = movesXY || s.CurZ != startZ;
+    facts.Moves = movesXY; // the plot is drawn in X and Y
     facts.Target = Point(s.CurX, s.CurY, mill_);
     facts.ModeName = "G" + std::to_string(s.MoveMode);
     facts.Failed = threw ? FirstFailure(effective, toolChanges) : 0;
@@ -195,11 +199,22 @@ bool Replay::Line(int line, const std::string& raw, int nonEmpty)
 
     // What the block drew, for the extents; the arc's own checks.
     const int mode = s.MoveMode;
-    const bool written = mode == 0 || (mode == 1 && facts.Moves) || (facts.ArcMode && s.HaveArcData);
+    const bool written = mode == 0 || (mode == 1 && (movesXY || s.CurZ != startZ)) || (facts.ArcMode && s.HaveArcData);
     if (written)
         drawing_.Add(s.CurX, s.CurY);
+    // An arc whose numbers are already known to be off, or that lies in another plane,
+    // would only repeat what a finding of its own line, or an earlier one, says.
+    const bool wordsOff = std::any_of(findings_.begin(), findings_.end(), [&](const Finding& f) {
+        return f.Line == line && (f.Code == CheckCode::ImpliedDecimal || f.Code == CheckCode::Expression);
+    });
+    const bool explained = wordsOff || positionOff_ || (mill_ && plane_ != 17);
+    if (wordsOff)
+        positionOff_ = true;
+    else if (s.Absolute && effective.find('X') != std::string::npos && effective.find('Y') != std::string::npos)
+        positionOff_ = false;
     if (facts.ArcMode && s.HaveArcData) {
-        Arc(line, block, effective, startX, startY, centreX, centreY);
+        if (!explained)
+            Arc(line, block, effective, startX, startY, centreX, centreY);
         if (s.ArcStartAngle == s.ArcEndAngle) {
             drawing_.Add(s.ArcCenterX - s.ArcRadius, s.ArcCenterY - s.ArcRadius);
             drawing_.Add(s.ArcCenterX + s.ArcRadius, s.ArcCenterY + s.ArcRadius);
@@ -295,17 +310,39 @@ std::vector<Finding> Replay::Finish(int limitLine, int limitCount)
             "the program has more than 32,767 non-empty lines: this line and the " + std::to_string(limitCount - 1) +
                 " non-empty lines after it each raise the error box and are not translated");
 
-    // An arc widens the opened view by its whole circle.
+    // An arc widens the opened view by its whole circle: the arcs whose circles set a side
+    // of the view, far beyond the rest of the drawing.
     const double side = std::max(drawing_.MaxX - drawing_.MinX, drawing_.MaxY - drawing_.MinY);
-    for (const ArcRecord& a : arcs_) {
-        const double beyond = std::max({drawing_.MinX - (a.CenterX - a.Radius), a.CenterX + a.Radius - drawing_.MaxX,
-                                        drawing_.MinY - (a.CenterY - a.Radius), a.CenterY + a.Radius - drawing_.MaxY});
-        if (beyond > side / 4)
-            Add(a.Line, CheckCode::ExtentsCircle,
-                "the whole circle of this arc (radius " + Number(a.Radius) + ", centre " +
-                    Point(a.CenterX, a.CenterY, mill_) + ") reaches " + Number(beyond) +
-                    " beyond the rest of the drawing, which is " + Number(side) +
-                    " across: the opened view is zoomed out to fit that circle");
+    std::vector<std::pair<std::size_t, double>> widest; // arc, how far beyond
+    for (int edge = 0; edge < 4; ++edge) {
+        std::size_t best = arcs_.size();
+        double reach = side / 4;
+        for (std::size_t i = 0; i < arcs_.size(); ++i) {
+            const ArcRecord& a = arcs_[i];
+            const double beyond = edge == 0   ? drawing_.MinX - (a.CenterX - a.Radius)
+                                  : edge == 1 ? a.CenterX + a.Radius - drawing_.MaxX
+                                  : edge == 2 ? drawing_.MinY - (a.CenterY - a.Radius)
+                                              : a.CenterY + a.Radius - drawing_.MaxY;
+            if (beyond > reach) {
+                best = i;
+                reach = beyond;
+            }
+        }
+        if (best == arcs_.size())
+            continue;
+        const auto known = std::find_if(widest.begin(), widest.end(), [&](const auto& w) { return w.first == best; });
+        if (known == widest.end())
+            widest.push_back({best, reach});
+        else
+            known->second = std::max(known->second, reach);
+    }
+    for (const auto& [index, beyond] : widest) {
+        const ArcRecord& a = arcs_[index];
+        Add(a.Line, CheckCode::ExtentsCircle,
+            "the whole circle of this arc (radius " + Number(a.Radius) + ", centre " +
+                Point(a.CenterX, a.CenterY, mill_) + ") reaches " + Number(beyond) +
+                " beyond the rest of the drawing, which is " + Number(side) +
+                " across: the opened view is zoomed out to fit that circle");
     }
     std::stable_sort(findings_.begin(), findings_.end(), [](const Finding& a, const Finding& b) {
         return a.Line != b.Line ? a.Line < b.Line : a.Code < b.Code;
