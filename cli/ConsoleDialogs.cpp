@@ -5,6 +5,8 @@ namespace backplot {
 MsgAnswer ConsoleDialogs::Message(const std::string& text, const std::string& title, MsgIcon, MsgButtons buttons)
 {
     ++messages_;
+    if (most_ >= 0 && messages_ > most_)
+        return buttons == MsgButtons::YesNo || buttons == MsgButtons::YesNoCancel ? MsgAnswer::Yes : MsgAnswer::Ok;
     // Message texts break lines with CR LF; a terminal wants LF alone.
     std::string line;
     line.reserve(text.size());

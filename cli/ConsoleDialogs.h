@@ -22,10 +22,13 @@ public:
     void SetPointer(MousePointer) override {}
 
     int MessageCount() const { return messages_; }
+    // Messages past the first `most` are counted, not printed (a batch of long programs).
+    void PrintAtMost(int most) { most_ = most; }
 
 private:
     std::ostream& err_;
     int messages_ = 0;
+    int most_ = -1;
 };
 
 class NoEventPump : public EventPump {

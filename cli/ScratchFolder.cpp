@@ -19,10 +19,28 @@ namespace {
 constexpr std::size_t PathCapacity = 4096;
 char scratchDir[PathCapacity];
 char scratchFiles[2][PathCapacity];
+// Batch jobs: their folders, each with the same two working files.
+char jobDirs[ScratchFolder::MaxJobs][PathCapacity];
 constexpr std::array<int, 4> CleanupSignals{SIGINT, SIGTERM, SIGHUP, SIGQUIT};
+
+void RemoveJobFolder(const char* dir)
+{
+    char file[PathCapacity + 32];
+    for (const char* name : {TempFileName, RecordFileName}) {
+        const std::size_t length = std::strlen(dir);
+        std::memcpy(file, dir, length);
+        file[length] = '/';
+        std::memcpy(file + length + 1, name, std::strlen(name) + 1);
+        ::unlink(file);
+    }
+    ::rmdir(dir);
+}
 
 void RemoveOnSignal(int signal)
 {
+    for (const char* dir : jobDirs)
+        if (dir[0])
+            RemoveJobFolder(dir);
     for (const char* file : scratchFiles)
         if (file[0])
             ::unlink(file);
@@ -62,10 +80,23 @@ ScratchFolder::~ScratchFolder()
     for (const int signal : CleanupSignals)
         std::signal(signal, SIG_DFL);
     scratchDir[0] = scratchFiles[0][0] = scratchFiles[1][0] = '\0';
+    for (char* dir : jobDirs)
+        dir[0] = '\0';
     if (!path_.empty()) {
         std::error_code ec;
         std::filesystem::remove_all(path_, ec);
     }
+}
+
+std::filesystem::path ScratchFolder::JobFolder(int job)
+{
+    if (path_.empty() || job < 0 || job >= MaxJobs)
+        return {};
+    const std::filesystem::path folder = path_ / ("job" + std::to_string(job + 1));
+    std::error_code ec;
+    if (!std::filesystem::create_directory(folder, ec) || !Copy(jobDirs[job], folder.string()))
+        return {};
+    return folder;
 }
 
 } // namespace backplot

@@ -18,6 +18,11 @@ public:
 
     const std::filesystem::path& Path() const { return path_; }
 
+    // A folder of its own inside this one for a batch job ("job1", ...), whose working
+    // files go on the same ways out. At most MaxJobs; empty when it cannot be made.
+    static constexpr int MaxJobs = 64;
+    std::filesystem::path JobFolder(int job);
+
 private:
     std::filesystem::path path_;
 };
