@@ -9,6 +9,24 @@
 
 int main(int argc, char** argv)
 {
+    // The command line first: --help, --version and a wrong option need no display, and
+    // are answered even while another copy runs.
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
+    const backplot::StartArguments start = backplot::StartArguments::Parse(arguments, QDir::currentPath());
+    switch (start.What) {
+    case backplot::StartArguments::Kind::Help:
+    case backplot::StartArguments::Kind::Version:
+        std::fputs(qPrintable(start.Text), stdout);
+        return 0;
+    case backplot::StartArguments::Kind::UsageError:
+        std::fprintf(stderr, "backplot: %s\nTry 'backplot --help'.\n", qPrintable(start.Text));
+        return 2;
+    case backplot::StartArguments::Kind::Open:
+        break;
+    }
+
     QApplication app(argc, argv);
     // These name the per-user data folder. No display name is set: the platform would
     // append it to every window title that does not already end with it, and each title
@@ -22,14 +40,6 @@ int main(int argc, char** argv)
     backplot::InstanceLock lock(backplot::InstanceLock::DefaultPath());
     if (!lock.TryAcquire())
         return 0;
-
-    // QApplication has taken its own options (-platform, ...) out already.
-    const backplot::StartArguments start =
-        backplot::StartArguments::Parse(QCoreApplication::arguments().mid(1), QDir::currentPath());
-    if (!start.Error.isEmpty()) {
-        std::fprintf(stderr, "backplot: %s\n%s", qPrintable(start.Error), backplot::StartArguments::Usage);
-        return 2;
-    }
 
     backplot::frmBackplot window;
     window.resize(1000, 720);

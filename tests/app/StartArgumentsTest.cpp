@@ -7,28 +7,38 @@
 namespace backplot {
 namespace {
 
-TEST(StartArguments, ParsesOneOptionalProgramFile)
+TEST(StartArguments, ParsesOneOptionalProgramFileHelpAndVersion)
 {
+    using Kind = StartArguments::Kind;
     struct Row {
         const char* name;
         QStringList arguments;
+        Kind what;
         const char* path;
-        const char* error;
+        const char* text; // the usage error, or the start of the help or version text
     };
     const Row rows[] = {
-        {"no argument opens nothing", {}, "", ""},
-        {"a relative path is taken from the current folder", {"parts/a.nc"}, "/work/shop/parts/a.nc", ""},
-        {"an absolute path stays", {"/srv/nc/b.tap"}, "/srv/nc/b.tap", ""},
-        {"dot segments are resolved", {"../c.ngc"}, "/work/c.ngc", ""},
-        {"a file URL from a file manager", {"file:///srv/nc/with%20blank.nc"}, "/srv/nc/with blank.nc", ""},
-        {"after -- a name may start with a dash", {"--", "-odd.nc"}, "/work/shop/-odd.nc", ""},
-        {"an option is refused", {"--lathe"}, "", "unknown option '--lathe'"},
-        {"two files are refused", {"a.nc", "b.nc"}, "", "give at most one program file, not 2"},
+        {"no argument opens nothing", {}, Kind::Open, "", ""},
+        {"a relative path is taken from the current folder", {"parts/a.nc"}, Kind::Open, "/work/shop/parts/a.nc", ""},
+        {"an absolute path stays", {"/srv/nc/b.tap"}, Kind::Open, "/srv/nc/b.tap", ""},
+        {"dot segments are resolved", {"../c.ngc"}, Kind::Open, "/work/c.ngc", ""},
+        {"a file URL from a file manager", {"file:///srv/nc/with%20blank.nc"}, Kind::Open, "/srv/nc/with blank.nc", ""},
+        {"after -- a name may start with a dash", {"--", "-odd.nc"}, Kind::Open, "/work/shop/-odd.nc", ""},
+        {"Qt's own options pass", {"-platform", "offscreen", "a.nc", "-reverse"}, Kind::Open, "/work/shop/a.nc", ""},
+        {"an option is refused", {"--lathe"}, Kind::UsageError, "", "unknown option 'lathe'."},
+        {"two files are refused", {"a.nc", "b.nc"}, Kind::UsageError, "", "give at most one program file, not 2"},
+        {"help wins over a file", {"a.nc", "-h"}, Kind::Help, "", "Usage: backplot [PROGRAM]\n"},
+        {"version", {"--version"}, Kind::Version, "", "backplot 5.0"},
     };
     for (const Row& row : rows) {
-        const StartArguments start = StartArguments::Parse(row.arguments, QStringLiteral("/work/shop"));
+        const StartArguments start =
+            StartArguments::Parse(QStringList{"backplot"} + row.arguments, QStringLiteral("/work/shop"));
+        EXPECT_EQ(start.What, row.what) << row.name;
         EXPECT_EQ(start.ProgramPath, QString::fromLatin1(row.path)) << row.name;
-        EXPECT_EQ(start.Error, QString::fromLatin1(row.error)) << row.name;
+        if (row.what == Kind::UsageError)
+            EXPECT_EQ(start.Text, QString::fromLatin1(row.text)) << row.name;
+        else
+            EXPECT_TRUE(start.Text.startsWith(QString::fromLatin1(row.text))) << row.name << ": " << start.Text.toStdString();
     }
 }
 
