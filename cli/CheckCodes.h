@@ -67,7 +67,7 @@ inline constexpr std::array<CheckCodeInfo, 21> CheckCodes{{
      "a radius shorter than half the chord: the arc keeps the previous centre", "G2 X10. Y0 R4."},
     {CheckCode::ArcRefit, "arc-refit",
      "I and J both given and the end off their circle: the centre moves onto the chord's bisector",
-     "G2 X10. Y0 I4.9 J0.5"},
+     "G2 X10. Y0 I5.1 J0.5"},
     {CheckCode::ArcEndOffCircle, "arc-end-off-circle",
      "I or J zero and the end off the circle: the arc ends elsewhere", "G2 X10. Y1. I5. J0"},
     {CheckCode::ExtentsCircle, "extents-circle",

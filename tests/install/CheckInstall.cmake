@@ -16,6 +16,10 @@ endif()
 set(expected
   bin/backplot
   bin/backplot-cli
+  libexec/tarvo-backplot/backplot-cli-draw
+  share/bash-completion/completions/backplot-cli
+  share/man/man1/backplot-cli.1.gz
+  share/man/man1/backplot.1.gz
   share/applications/tarvo-backplot.desktop
   share/doc/tarvo-backplot/LICENSE
   share/icons/hicolor/128x128/apps/tarvo-backplot.png
@@ -71,6 +75,15 @@ string(REGEX MATCHALL "\n" lines "${records}")
 list(LENGTH lines line_count)
 if(NOT status EQUAL 0 OR line_count LESS 10)
   fail("installed backplot-cli records: status ${status}, ${line_count} lines, ${errors}")
+endif()
+
+# The drawing commands are handed over to the helper where the install layout puts it.
+execute_process(COMMAND ${PREFIX}/bin/backplot-cli render ${PREFIX}/share/tarvo-backplot/examples/mill_incremental.nc
+    -o ${PREFIX}/../installed-render.png
+  RESULT_VARIABLE status ERROR_VARIABLE errors)
+file(READ ${PREFIX}/../installed-render.png png_head LIMIT 8 HEX)
+if(NOT status EQUAL 0 OR NOT png_head STREQUAL "89504e470d0a1a0a")
+  fail("installed backplot-cli render: status ${status}, ${errors}")
 endif()
 
 # ---- Shipped files are the source files ----
