@@ -3,6 +3,7 @@
 #include "CliHelp.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <charconv>
 #include <cctype>
 #include <map>
@@ -220,8 +221,17 @@ CommandLine ParseCommandLine(int argc, const char* const* argv)
     app.set_help_flag();
     CLI::App* command = AddCommand(app, first, takes, o, typed);
     command->set_help_flag("-h,--help");
+    // "--" ends the options: what follows is a program, whatever it looks like.
+    std::vector<std::string> options(argv, argv + argc), afterOptions;
+    if (const auto end = std::find(options.begin() + 1, options.end(), "--"); end != options.end()) {
+        afterOptions.assign(end + 1, options.end());
+        options.erase(end, options.end());
+    }
+    std::vector<const char*> head;
+    for (const std::string& option : options)
+        head.push_back(option.c_str());
     try {
-        app.parse(argc, argv);
+        app.parse(static_cast<int>(head.size()), head.data());
     } catch (const CLI::CallForHelp&) {
         return Help(first);
     } catch (const CLI::ArgumentMismatch& e) {
@@ -231,10 +241,18 @@ CommandLine ParseCommandLine(int argc, const char* const* argv)
     } catch (const CLI::ParseError& e) {
         return UsageError(e.what());
     }
-    for (const std::string& extra : command->remaining()) {
+    for (const std::string& extra : command->remaining())
         if (extra.size() > 1 && extra[0] == '-')
             return UsageError("unknown option '" + extra + "' for " + first);
-        return UsageError("more than one program given ('" + extra + "')");
+    std::vector<std::string> programs = command->remaining();
+    programs.insert(programs.end(), afterOptions.begin(), afterOptions.end());
+    for (const std::string& program : programs) {
+        if (takes & Batch)
+            o.Inputs.push_back(program);
+        else if (o.Program.empty())
+            o.Program = program;
+        else
+            return UsageError("more than one program given ('" + program + "')");
     }
     if (auto problem = Finish(o, takes, typed))
         return UsageError(*problem);
