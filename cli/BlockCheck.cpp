@@ -33,12 +33,20 @@ std::string_view NumberAfter(std::string_view block, std::size_t position)
     return block.substr(position + 1, end - position - 1);
 }
 
-// Upper-case letters that start a word: not inside a name, followed by a number.
+// A letter right after "=", "[", "#", "*" or "/" is part of an expression (X=R1, [#2*R3]).
+bool AfterOperator(std::string_view text, std::size_t p)
+{
+    return p > 0 && std::string_view("=[#*/").find(text[p - 1]) != std::string_view::npos;
+}
+
+// Upper-case letters that start a word: not inside a name or an expression, followed by
+// a number.
 std::vector<std::size_t> AddressWords(std::string_view text)
 {
     std::vector<std::size_t> words;
     for (std::size_t p = 0; p < text.size(); ++p)
-        if (IsUpper(text[p]) && (p == 0 || !IsLetter(text[p - 1])) && HasDigit(NumberAfter(text, p)))
+        if (IsUpper(text[p]) && (p == 0 || !IsLetter(text[p - 1])) && !AfterOperator(text, p) &&
+            HasDigit(NumberAfter(text, p)))
             words.push_back(p);
     return words;
 }
@@ -122,7 +130,12 @@ std::vector<GWord> GWords(std::string_view block, std::size_t limit)
     return words;
 }
 
-bool IsCycle(int g) { return (g >= 70 && g <= 79) || (g >= 81 && g <= 89); }
+// Canned cycles: drilling on a mill; on a lathe also the turning cycles G70-G79. On a mill
+// G70 and G71 are the inch and millimetre words of some controls.
+bool IsCycle(int g, bool mill)
+{
+    return (g >= 81 && g <= 89) || g == 73 || g == 74 || g == 76 || (!mill && g >= 70 && g <= 79);
+}
 
 // The blank-delimited token of `block` around `p`.
 std::string_view TokenAt(std::string_view block, std::size_t p)
@@ -288,12 +301,14 @@ void CheckGWords(const BlockFacts& f, std::size_t limit, WordHistory& history, s
             add(plane, q + (w == 18 ? " selects the Z-X plane" : " selects the Y-Z plane") +
                            (f.Mill ? ", but arcs are drawn in the X-Y plane from I and J"
                                    : ", but lathe arcs are drawn in the Z-X plane from K and I"));
-        if (w == 20 || w == 21) {
-            if (history.Units && history.Units != w)
-                add(ignored, q + " changes the units after \"G" + std::to_string(history.Units) + "\" on line " +
+        const int inches = w == 20 || (f.Mill && w == 70) ? 1 : w == 21 || (f.Mill && w == 71) ? 2 : 0;
+        if (inches) {
+            if (history.Units && history.Units != inches)
+                add(ignored, q + " changes the units after \"" + history.UnitsWord + "\" on line " +
                                  std::to_string(history.UnitsLine) +
                                  ": the plot does not convert, so the parts are drawn at different scales");
-            history.Units = w;
+            history.Units = inches;
+            history.UnitsWord = g.Text;
             history.UnitsLine = f.Line;
         } else if ((w == 28 || w == 30 || w == 53) && f.Moves) {
             add(ignored, q + " moves the machine in its own coordinates; the plot draws " + move);
@@ -314,7 +329,7 @@ void CheckGWords(const BlockFacts& f, std::size_t limit, WordHistory& history, s
             history.OffsetLine = f.Line;
         } else if (w == 68) {
             add(ignored, q + " (rotation) is not applied: what follows is drawn unrotated");
-        } else if (IsCycle(w)) {
+        } else if (IsCycle(w, f.Mill)) {
             add(ignored, q + " (a canned cycle) is not run: " +
                              (f.Moves ? "its words are drawn as " + move + ", no holes or passes" : "nothing of it is drawn"));
         } else if ((w == 4 || w == 10 || w == 65) && f.Moves) {
@@ -390,13 +405,17 @@ void CheckSemicolon(const BlockFacts& f, std::size_t q, std::vector<Finding>& ou
 void CheckAxes(const BlockFacts& f, std::size_t limit, std::vector<Finding>& out)
 {
     for (const GWord& g : GWords(f.Block, limit))
-        if (IsCycle(g.Whole) || g.Whole == 4 || g.Whole == 10 || g.Whole == 65)
+        if (IsCycle(g.Whole, f.Mill) || g.Whole == 4 || g.Whole == 10 || g.Whole == 65)
             return; // their letters are parameters, not axes
     const std::string_view block = f.Block.substr(0, std::min(limit, f.Block.size()));
     std::vector<std::size_t> axes;
-    for (const std::size_t p : AddressWords(block))
-        if (std::string_view("ACUVW").find(block[p]) != std::string_view::npos)
+    for (const std::size_t p : AddressWords(block)) {
+        // U0 and W0 move no axis, whatever they mean.
+        const bool zero = (block[p] == 'U' || block[p] == 'W') &&
+                          NumberAfter(block, p).find_first_of("123456789") == std::string_view::npos;
+        if (std::string_view("ACUVW").find(block[p]) != std::string_view::npos && !zero)
             axes.push_back(p);
+    }
     if (axes.empty())
         return;
     const bool latheUW = !f.Mill && std::all_of(axes.begin(), axes.end(), [&](std::size_t p) {
@@ -421,7 +440,7 @@ bool InExpression(std::string_view block, std::size_t p)
         return true;
     if (!HasDigit(number) && IsLetter(next))
         return true;
-    return p > 0 && IsUpper(block[p - 1]);
+    return (p > 0 && IsUpper(block[p - 1])) || AfterOperator(block, p);
 }
 
 char FirstFailure(std::string_view effective, std::int16_t toolChanges)

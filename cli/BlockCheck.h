@@ -26,7 +26,8 @@ struct BlockFacts {
 
 // What the word checks carry from line to line: the last units and work offset words.
 struct WordHistory {
-    int Units = 0, UnitsLine = 0;   // 20 or 21
+    int Units = 0, UnitsLine = 0;   // 1 inches (G20, a mill's G70), 2 millimetres (G21, G71)
+    std::string UnitsWord;
     int Offset = 0, OffsetLine = 0; // 54..59
 };
 
