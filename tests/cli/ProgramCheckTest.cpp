@@ -1,3 +1,4 @@
+#include "CheckCodes.h"
 #include "ProgramCheck.h"
 #include "TestPaths.h"
 
@@ -148,6 +149,17 @@ TEST(ProgramCheck, OurExamplesAreClean)
             if (c != '\r')
                 lf += c;
         EXPECT_EQ(Check(lf, mill, 0, false), std::vector<Finding>{}) << name;
+    }
+}
+
+TEST(ProgramCheck, EveryCodeIsDocumentedInTheManualAndTheGuide)
+{
+    const std::string manual = test::ReadAll(test::SourceDir() / "docs/man/backplot-cli.1");
+    const std::string guide = test::ReadAll(test::SourceDir() / "docs/help/cli.html");
+    for (const CheckCodeInfo& info : CheckCodes) {
+        const std::string name(info.Name);
+        EXPECT_NE(manual.find(".B " + name + "\n"), std::string::npos) << name;
+        EXPECT_NE(guide.find("<tr><td><code>" + name + "</code></td>"), std::string::npos) << name;
     }
 }
 
