@@ -134,9 +134,10 @@ TEST(ProgramCheck, CountedLimitsAndTheLatheLetters)
 
 TEST(ProgramCheck, OnlyTheCircleThatSetsTheViewIsReported)
 {
-    // A 10 x 10 square, a quarter arc of radius 5 inside it and a flat arc of radius 50.
-    const std::string program = "G0 X0 Y0\nG1 X10.\nY10.\nX0\nY0\nG3 X5. Y5. R5.\nG0 X0 Y0\nG2 X1. Y0.1 R50.\n";
-    EXPECT_EQ(PlacesOf(Check(program, true, 0, false)), (Places{{8, CheckCode::ExtentsCircle}}));
+    // A flat arc of radius 50, a 10 x 10 square and a quarter arc of radius 5 inside it:
+    // the quarter's circle reaches 5 beyond the square's left side, the flat arc's 44.5.
+    const std::string program = "G2 X1. Y0.1 R50.\nG0 X0 Y0\nG1 X10.\nY10.\nX0\nY0\nG3 X5. Y5. R5.\n";
+    EXPECT_EQ(PlacesOf(Check(program, true, 0, false)), (Places{{1, CheckCode::ExtentsCircle}}));
 }
 
 TEST(ProgramCheck, OurExamplesAreClean)
