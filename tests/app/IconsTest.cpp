@@ -1,82 +1,88 @@
 #include "Icons.h"
 
+#include <QDir>
 #include <QImage>
-#include <vector>
+#include <QMap>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 namespace backplot {
 namespace {
 
-QImage Pixels(const QPixmap& pixmap) { return pixmap.toImage().convertToFormat(QImage::Format_ARGB32); }
+QImage Pixels(const QIcon& icon, int size) { return icon.pixmap(size).toImage().convertToFormat(QImage::Format_ARGB32); }
 
-// Within one step of rounding on each channel.
-::testing::AssertionResult Near(const QColor& actual, const QColor& expected)
+// Drawn, not blank or missing: the asked size, at least a tenth of it fully opaque.
+void ExpectDrawn(const QImage& image, int size)
 {
-    const bool near = std::abs(actual.red() - expected.red()) <= 1 && std::abs(actual.green() - expected.green()) <= 1 &&
-                      std::abs(actual.blue() - expected.blue()) <= 1 && std::abs(actual.alpha() - expected.alpha()) <= 1;
-    if (near)
-        return ::testing::AssertionSuccess();
-    return ::testing::AssertionFailure() << actual.name(QColor::HexArgb).toStdString() << " instead of "
-                                         << expected.name(QColor::HexArgb).toStdString();
+    EXPECT_EQ(image.size(), QSize(size, size));
+    int opaque = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            opaque += qAlpha(image.pixel(x, y)) == 255;
+    EXPECT_GE(opaque, size * size / 10) << "at " << size;
 }
 
-// On a screen of twice the density every toolbar picture comes painted at twice the
-// pixels, not a small one blown up.
-TEST(Icons, ToolbarPicturesHaveSharpPixmapsAtTwiceTheDensity)
+TEST(Icons, EveryPictureLoadsAndIsDrawnAt16And32Pixels)
 {
     ASSERT_EQ(Icons::ToolbarKeys().size(), 20);
+    QMap<QByteArray, QString> seen; // each button its own picture, not a neighbour's file
     for (const QString& key : Icons::ToolbarKeys()) {
         SCOPED_TRACE(key.toStdString());
-        const QIcon icon = Icons::ToolbarIcon(key);
-        struct Row {
-            int logical;
-            qreal ratio;
-            int painted;
-        };
-        for (const Row row : {Row{16, 1, 16}, Row{16, 2, 32}, Row{32, 1, 32}, Row{32, 2, 64}}) {
-            const QPixmap shown = icon.pixmap(QSize(row.logical, row.logical), row.ratio);
-            EXPECT_EQ(shown.size(), QSize(row.painted, row.painted)) << row.logical << "@" << row.ratio;
-            EXPECT_EQ(shown.devicePixelRatio(), row.ratio);
-            const QImage painted = Pixels(Icons::ToolbarPixmap(key, row.painted));
-            EXPECT_EQ(Pixels(shown), painted) << row.logical << "@" << row.ratio;
-            // Drawn, not blank: at least a tenth of it fully opaque.
-            int opaque = 0;
-            for (int y = 0; y < painted.height(); ++y)
-                for (int x = 0; x < painted.width(); ++x)
-                    opaque += qAlpha(painted.pixel(x, y)) == 255;
-            EXPECT_GE(opaque, row.painted * row.painted / 10) << row.painted;
+        for (int size : {16, 32}) {
+            const QImage image = Pixels(Icons::ToolbarIcon(key), size);
+            ExpectDrawn(image, size);
+            const QByteArray bytes(reinterpret_cast<const char*>(image.constBits()), image.sizeInBytes());
+            EXPECT_FALSE(seen.contains(bytes)) << "same as " << seen.value(bytes).toStdString();
+            seen.insert(bytes, key);
         }
     }
     EXPECT_TRUE(Icons::ToolbarIcon(QStringLiteral("NoSuchKey")).isNull());
+    SCOPED_TRACE("logo");
+    for (int size : {16, 32, 256})
+        ExpectDrawn(Pixels(Icons::AppIcon(), size), size);
 }
 
-TEST(Icons, ApplicationIconIsOurSvgAtEverySizeAndDensity)
+// A desktop theme that has a standard icon shows it on the button that does that; where the
+// theme lacks one, or the button has no standard name, our own picture stays.
+TEST(Icons, ADesktopThemeReplacesTheStandardPictures)
 {
-    // Points of desktop/tarvo-backplot.svg on its 64-unit grid, read at 64 pixels.
-    const QImage logo = Pixels(Icons::Logo(64));
-    EXPECT_EQ(logo.pixelColor(1, 1).alpha(), 0);                      // the margin around the plate
-    EXPECT_TRUE(Near(logo.pixelColor(17, 32), QColor(0x7c, 0xd8, 0xff))); // the contour's left side
-    EXPECT_TRUE(Near(logo.pixelColor(54, 46), QColor(0xff, 0xd8, 0x4a))); // the cutter
-    EXPECT_TRUE(Near(logo.pixelColor(50, 46), QColor(0x8a, 0x5f, 0x00))); // its centre
-    EXPECT_TRUE(Near(logo.pixelColor(9, 54), QColor(0xff, 0x5a, 0x4f)));  // a dot of the rapid move
-    const QColor plate = logo.pixelColor(32, 8);
-    EXPECT_EQ(plate.alpha(), 255);
-    EXPECT_GT(plate.blue(), 2 * plate.red());
+    QMap<QString, QImage> ours;
+    for (const QString& key : Icons::ToolbarKeys())
+        ours.insert(key, Pixels(Icons::ToolbarIcon(key), 16));
 
-    const QIcon icon = Icons::AppIcon();
-    struct Row {
-        int size;
-        std::vector<qreal> ratios;
-    };
-    for (const Row& row : {Row{16, {1, 2}}, Row{32, {1, 2}}, Row{48, {1, 2}}, Row{128, {1, 2}}, Row{256, {1}}}) {
-        const int size = row.size;
-        for (qreal ratio : row.ratios) {
-            const int painted = qRound(size * ratio);
-            const QPixmap shown = icon.pixmap(QSize(size, size), ratio);
-            EXPECT_EQ(shown.size(), QSize(painted, painted)) << size << "@" << ratio;
-            EXPECT_EQ(Pixels(shown), Pixels(Icons::Logo(painted))) << size << "@" << ratio;
-        }
+    // "application-exit" left out: the Exit button keeps ours.
+    const QStringList names{"document-open", "document-print", "document-print-preview", "zoom-fit-best", "zoom-in",
+                            "zoom-out", "view-refresh", "media-playback-pause", "media-playback-stop"};
+    QTemporaryDir home;
+    ASSERT_TRUE(QDir(home.path()).mkpath(QStringLiteral("plain/16x16/actions")));
+    QFile index(home.filePath(QStringLiteral("plain/index.theme")));
+    ASSERT_TRUE(index.open(QIODevice::WriteOnly) &&
+                index.write("[Icon Theme]\nDirectories=16x16/actions\n[16x16/actions]\nSize=16\nType=Fixed\n") > 0);
+    index.close();
+    QMap<QRgb, QString> byColour;
+    for (int i = 0; i < names.size(); ++i) {
+        QImage solid(16, 16, QImage::Format_ARGB32);
+        solid.fill(qRgb(20 * i, 255 - 20 * i, 128));
+        byColour.insert(solid.pixel(0, 0), names[i]);
+        ASSERT_TRUE(solid.save(home.filePath(QStringLiteral("plain/16x16/actions/%1.png").arg(names[i]))));
     }
+    const QStringList searchPaths = QIcon::themeSearchPaths();
+    const QString themeName = QIcon::themeName();
+    QIcon::setThemeSearchPaths({home.path()});
+    QIcon::setThemeName(QStringLiteral("plain"));
+
+    QStringList shown;
+    for (const QString& key : Icons::ToolbarKeys()) {
+        const QImage image = Pixels(Icons::ToolbarIcon(key), 16);
+        if (image == ours.value(key))
+            continue;
+        shown << key + QLatin1Char(':') + byColour.value(image.pixel(8, 8), QStringLiteral("?"));
+    }
+    QIcon::setThemeName(themeName);
+    QIcon::setThemeSearchPaths(searchPaths);
+    EXPECT_EQ(shown.join(QLatin1Char(' ')),
+              "Open:document-open Print:document-print Preview:document-print-preview ZoomExtends:zoom-fit-best "
+              "ZIn:zoom-in ZOut:zoom-out Refresh:view-refresh Pause:media-playback-pause Stop:media-playback-stop");
 }
 
 } // namespace

@@ -131,7 +131,7 @@ TEST_F(MainWindow, ToolbarButtonsAndCaptions)
         // Its own picture at each size; the Icons tests look at the pictures themselves.
         for (int size : {16, 32})
             EXPECT_EQ(button->icon().pixmap(size).toImage().convertToFormat(QImage::Format_ARGB32),
-                      Icons::ToolbarPixmap(key, size).toImage().convertToFormat(QImage::Format_ARGB32))
+                      Icons::ToolbarIcon(key).pixmap(size).toImage().convertToFormat(QImage::Format_ARGB32))
                 << size;
     }
 
