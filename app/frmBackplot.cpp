@@ -24,6 +24,7 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QLabel>
 #include <QLayout>
 #include <QMenuBar>
@@ -272,6 +273,9 @@ void frmBackplot::RevealPane(QWidget* pane)
     const int room = split->orientation() == Qt::Horizontal ? split->width() : split->height();
     const int share = pane == picEditor_ ? room * 2 / 5 : std::max(room / 5, 6 * pane->fontMetrics().height());
     split->setSizes({room - share, share});
+    // The splitter settles the shown pane's handle now rather than at the next event
+    // loop turn, so the canvas already has the size it keeps when the caller fits the view.
+    QCoreApplication::sendPostedEvents(split, QEvent::LayoutRequest);
 }
 
 void frmBackplot::readSettings()

@@ -157,7 +157,8 @@ private:
 
     void createPanes();
     // Shows the source view or the step listing beside the canvas with a share of the room
-    // (two fifths of the width, a fifth of the height); the canvas keeps the rest.
+    // (two fifths of the width, a fifth of the height); the canvas keeps the rest, and has
+    // its new size when this returns.
     void RevealPane(QWidget* pane);
     void wireCommands();
     void readSettings();

@@ -25,8 +25,8 @@ public:
     // The check mark of "Slow &Motion Block Step", which holds the slow-motion state.
     virtual bool SlowMotionChecked() const { return false; }
     virtual void SetSlowMotionChecked(bool /*checked*/) {}
-    // The step listing pane: emptied, at line 1 and shown; a block written at its
-    // current line, which then advances.
+    // The step listing pane: emptied, at line 1 and shown, the canvas already at the size
+    // it keeps beside it; a block written at its current line, which then advances.
     virtual void StartStepListing() {}
     virtual void WriteStepListing(const std::string& /*block*/) {}
     // The keyboard focus to the canvas, so the playback keys reach the window.

@@ -17,7 +17,9 @@ void Stepper::Start()
     // The playback buttons by key; the view buttons keep their state.
     host_.ToolbarForStepping();
     host_.SetStepChecked(true);
-    // The scale for the canvas as it is now.
+    // The listing first: the canvas gives it room, and the scale is set for the canvas
+    // the steps will be drawn on, so they land where a redraw would put them.
+    host_.StartStepListing();
     try {
         plotter_.SetCoords(canvas_);
     } catch (const RunTimeError&) {
@@ -27,7 +29,6 @@ void Stepper::Start()
     plotter_.ToolChangesSeen = 0;
     // Given back by the S and Enter keys only.
     host_.SetDetailsEnabled(false);
-    host_.StartStepListing();
     // A clean canvas with the axis.
     canvas_.Clear();
     plotter_.DrawAxis(canvas_);

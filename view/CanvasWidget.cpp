@@ -155,7 +155,21 @@ void CanvasWidget::showEvent(QShowEvent* event)
 void CanvasWidget::resizeEvent(QResizeEvent* event)
 {
     FollowPixelRatio();
+    const int oldWidth = surface_->PixelWidth(), oldHeight = surface_->PixelHeight();
+    const float left = surface_->ScaleLeft(), top = surface_->ScaleTop();
+    const float spanX = surface_->ScaleWidth(), spanY = surface_->ScaleHeight();
+    const bool pixelScale = left == 0 && top == 0 && spanX == oldWidth && spanY == oldHeight;
     surface_->Resize(width(), height());
+    // The picture stays where it is on screen, so the scale keeps its units per pixel:
+    // what is drawn next (a step, the axis after a click) lines up with what is there.
+    if (!pixelScale && oldWidth > 0 && oldHeight > 0 && width() > 0 && height() > 0) {
+        try {
+            surface_->SetScale(left, top, static_cast<float>(double(spanX) * width() / oldWidth),
+                               static_cast<float>(double(spanY) * height() / oldHeight));
+        } catch (const RunTimeError&) {
+            // A span out of float range keeps the stretched scale until the next fit.
+        }
+    }
     QWidget::resizeEvent(event);
 }
 

@@ -13,7 +13,9 @@ class ImageSurface;
 
 // The plot canvas `picCanvas`. Everything is drawn into a persistent image at least the
 // size of the screen, so the picture survives repaints, windows passing over it, and a
-// window that shrinks and grows again. The user scale maps onto the visible size.
+// window that shrinks and grows again. The user scale maps onto the visible size; when the
+// canvas is resized it keeps its plot units per pixel (the left and top edges stay, the
+// spans follow the size), so drawing after a resize lines up with the picture kept.
 //
 // The image is kept in device pixels at the widget's device pixel ratio (see ImageSurface)
 // and painted one image pixel per screen pixel, so the plot stays sharp on a HiDPI screen;

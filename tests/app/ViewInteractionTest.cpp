@@ -103,6 +103,61 @@ TEST_F(ViewInteraction, ArrowsPlusAndMinusDriveTheViewFromTheKeyboard)
     EXPECT_FALSE(window->view().ExtentsKeyFlag);
 }
 
+// A plate clear of both axes, 100 wide and 20 high: X 5..105 (the circle of the arc with
+// the negative R reaches 105), Y 5..25. On the 780 x 390 canvas the opened view is X -10..120
+// at 6 pixels a unit: px = 6 x + 60, py = 285 - 6 y. The arc "R-5." from (100, 15) to
+// (95, 20) is the long one, three quarters round the centre (100, 20) = pixel (660, 165):
+// it passes (105, 20) = (690, 165) and (100, 25) = (660, 135).
+constexpr const char* Plate = "G0 X5. Y5.\r\nG1 X95.\r\nG3 X100. Y10. R5.\r\nG1 Y15.\r\nG3 X95. Y20. R-5.\r\n"
+                              "G1 X5.\r\nY5.\r\nG0 X50. Y15.\r\nG2 I-5.\r\nM30\r\n";
+
+// Stepping draws each element over what is there; that picture must be the one a redraw
+// of the same records gives, however the step listing and the source view have moved the
+// canvas's edges meanwhile. The rapids (which start on the axes) are off, so every pixel
+// counts.
+TEST_F(ViewInteraction, SteppedPictureIsTheRedrawnOneAfterAnOpenAClickAndThePanes)
+{
+    window->settings().ShowRapid = false;
+    const std::string plate = programs.Write("plate.nc", Plate);
+    OpenCommand(plate);
+    EXPECT_EQ(At(690, 165), QColor(Qt::blue));
+    EXPECT_EQ(At(660, 135), QColor(Qt::blue));
+    EXPECT_EQ(At(60, 5), QColor(Qt::black)); // the vertical axis across the whole canvas
+    const auto expectRedrawnAlike = [this](const char* after) {
+        const QImage stepped = Picture();
+        EXPECT_GT(test::CountOf(stepped, Qt::blue), 200) << after;
+        Type('R');
+        EXPECT_EQ(test::Differences(stepped, Picture()), 0) << after;
+    };
+
+    // Right after the open: the listing appears at the first step and takes its room.
+    Canvas()->setFocus();
+    for (int i = 0; i < 6; ++i) {
+        Type('S');
+        QApplication::processEvents(); // what the window does between two key presses
+    }
+    EXPECT_LT(Canvas()->height(), 390);
+    expectRedrawnAlike("six steps");
+
+    // A click steps, and its release draws the axis once more, on the same pixels.
+    QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {400, 100});
+    EXPECT_EQ(window->plotter().PlotLast, 7);
+    expectRedrawnAlike("a click");
+
+    // The source view narrows the canvas and fits the plot to it; stepping goes on.
+    Button("GCode")->trigger();
+    Type('S');
+    expectRedrawnAlike("the source view shown");
+
+    // Another open while stepping hides the listing; the next step shows it again.
+    Button("Stop")->trigger();
+    OpenCommand(plate);
+    Type('S');
+    Type('S');
+    EXPECT_EQ(window->plotter().PlotLast, 2);
+    expectRedrawnAlike("a second open");
+}
+
 TEST_F(ViewInteraction, DrawingAidsApplyOnOkAndRefuseCrossHairsWithoutAutoRedraw)
 {
     Settings& s = window->settings();

@@ -12,6 +12,7 @@
 #include <QSettings>
 #include <QTest>
 #include <QTimer>
+#include <algorithm>
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
@@ -54,6 +55,18 @@ inline int CountOf(const QImage& picture, const QColor& colour)
     for (int y = 0; y < picture.height(); ++y)
         for (int x = 0; x < picture.width(); ++x)
             count += picture.pixelColor(x, y) == colour;
+    return count;
+}
+
+// The pixels in which two pictures differ; every pixel when their sizes differ.
+inline int Differences(const QImage& a, const QImage& b)
+{
+    if (a.size() != b.size())
+        return std::max(a.width() * a.height(), b.width() * b.height());
+    int count = 0;
+    for (int y = 0; y < a.height(); ++y)
+        for (int x = 0; x < a.width(); ++x)
+            count += a.pixel(x, y) != b.pixel(x, y);
     return count;
 }
 

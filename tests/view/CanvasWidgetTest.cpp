@@ -55,6 +55,9 @@ TEST_F(Canvas, ShrinkThenGrowKeepsWhatWasCutOff)
     Resize(80, 40);
     EXPECT_EQ(canvas.Picture().size(), QSize(80, 40)); // only the visible part is the picture
     EXPECT_EQ(s.PixelWidth(), 80);                     // the view is fitted to what is visible
+    // A unit stays 10 pixels, so what is drawn next lines up with what is kept.
+    EXPECT_EQ(s.ScaleWidth(), 8);
+    EXPECT_EQ(s.ScaleHeight(), 4);
 
     Resize(200, 100);
     const QImage shown = canvas.grab().toImage();
@@ -64,7 +67,6 @@ TEST_F(Canvas, ShrinkThenGrowKeepsWhatWasCutOff)
 
     // Drawing while small still reaches the part of the picture that is cut off.
     Resize(80, 40);
-    s.SetScale(0, 0, 8, 4);
     s.PSet(15, 7, 0x00FF00); // pixel (150, 70), outside the visible 80 x 40
     Resize(200, 100);
     EXPECT_EQ(canvas.Picture().pixel(150, 70), qRgb(0, 255, 0));
