@@ -48,11 +48,11 @@ void Stepper::ElementStep(DrawSurface& surface)
 {
     const std::int16_t before = plotter_.PlotLast;
     try {
-        RecordFileReader reader;
-        reader.Open(translator_.RecordFilePath());
         CheckedIncrement(plotter_.PlotLast);
         // Past the last record stepping ends without a word; the toolbar and menus
-        // stay as stepping left them until Enter, Esc or a command restores them.
+        // stay as stepping left them until Enter, Esc or a command restores them. The
+        // record file is not needed for that, so with no program loaded (no records,
+        // perhaps no file) the first step simply ends stepping again.
         if (plotter_.PlotLast > plotter_.RecordTotal) {
             plotter_.PlotLast = 1;
             plotter_.CurTool = 0;
@@ -64,6 +64,8 @@ void Stepper::ElementStep(DrawSurface& surface)
             return;
         }
         // The record, in its tool's colour (or the one before), over the picture.
+        RecordFileReader reader;
+        reader.Open(translator_.RecordFilePath());
         EntityRecord& record = translator_.Record();
         reader.Read(plotter_.PlotLast, record);
         plotter_.ChooseColor(record.ToolNum);

@@ -26,8 +26,8 @@ public:
     // "&Single Block Step": starts stepping when it is off, then takes one step.
     void Step();
     // One step on `surface`: PlotLast + 1 and that record drawn, or the end of stepping
-    // past the last record. "Error opening file!" when the record file cannot be read;
-    // PlotLast then stays where it was.
+    // past the last record (at once when there are no records). "Error opening file!"
+    // when a record that should be there cannot be read; PlotLast then stays where it was.
     void ElementStep(DrawSurface& surface);
 
 private:

@@ -50,13 +50,14 @@ TEST_F(Keys, PAndEscHammeredDuringAReplayEndInAPlainPicture)
 
 TEST_F(Keys, WithoutAProgramPanAndZoomKeysDoNothingHarmful)
 {
-    Start().show();
-    QApplication::processEvents();
+    StartShown();
     for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down, Qt::Key_Plus, Qt::Key_Minus,
                               Qt::Key_S, Qt::Key_Return, Qt::Key_Escape, Qt::Key_E, Qt::Key_M, Qt::Key_P})
         QTest::keyClick(Canvas(), key);
     EXPECT_FALSE(window->programLoaded());
     EXPECT_FALSE(window->playback().SlowMode);
+    EXPECT_FALSE(window->playback().StepMode); // S found no records and ended stepping
+    EXPECT_TRUE(dialogs.Messages.empty()); // no "Error opening file!" either
     for (const float f : {window->plotter().View.ViewX1, window->plotter().View.ViewX2, window->plotter().View.FitSpan})
         EXPECT_TRUE(std::isfinite(f));
 }

@@ -126,8 +126,17 @@ TEST(Stepper, ThreeRecordsOneAtATimeThenTheSilentEnd)
     EXPECT_EQ(w.Cuts(), std::vector<double>{1});
 }
 
-TEST(Stepper, AMissingOrTruncatedRecordFileIsReportedAndTheStepNotTaken)
+TEST(Stepper, WithoutRecordsItEndsAtOnceButAMissingOrTruncatedRecordIsReported)
 {
+    {   // No program loaded: no records and no record file. Each step ends stepping again.
+        PlaybackWindow none;
+        none.stepper.Step();
+        none.stepper.Step();
+        EXPECT_FALSE(none.playback.StepMode);
+        EXPECT_EQ(none.plotter.PlotLast, 1);
+        EXPECT_TRUE(none.dialogs.Messages.empty());
+        EXPECT_FALSE(none.host.details);
+    }
     const ScriptedDialogs::ShownMessage error{"Error opening file!", "Corvane Backplot", MsgIcon::None,
                                                MsgButtons::Ok};
     PlaybackWindow w;
