@@ -4,7 +4,6 @@
 #include "TKZBrowser.h"
 #include "TKZColorSelector.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFileInfo>
@@ -45,26 +44,6 @@ public:
 private:
     bool& flag_;
     bool old_;
-};
-
-// The arrow over an application-wide busy pointer, while the user works in the dialog.
-class ArrowScope {
-public:
-    ArrowScope() : busy_(QApplication::overrideCursor() != nullptr)
-    {
-        if (busy_)
-            QApplication::setOverrideCursor(Qt::ArrowCursor);
-    }
-    ~ArrowScope()
-    {
-        if (busy_)
-            QApplication::restoreOverrideCursor();
-    }
-    ArrowScope(const ArrowScope&) = delete;
-    ArrowScope& operator=(const ArrowScope&) = delete;
-
-private:
-    bool busy_;
 };
 
 // A tool number box's value: empty counts as 0; otherwise a whole number 0..32767.
@@ -168,7 +147,6 @@ void frmProperties::ShowModal(Settings& settings, ToolColorTable& toolColors, co
             frmProperties dialog(settings, toolColors, translation, dialogs, parent);
             if (machineTypeApplied)
                 connect(&dialog, &frmProperties::MachineTypeApplied, &dialog, machineTypeApplied);
-            const ArrowScope arrow;
             dialog.exec();
         }
         // The window shows what was applied.

@@ -56,7 +56,7 @@ public:
     ~frmProperties() override;
 
     // Runs the dialog modally over `parent` for the Properties command, in this order:
-    //   1. the busy pointer (through `dialogs`);
+    //   1. the busy pointer (through `dialogs`), which stays while the dialog is open;
     //   2. the dialog, until OK, Cancel or its close button; each Apply of page 1 calls
     //      `machineTypeApplied` with the "Mill" flag just stored;
     //   3. `afterClose`, where the window takes "Backcolor" for its canvas and redraws;

@@ -1,3 +1,4 @@
+#include "GuiDialogs.h"
 #include "TKZBrowser.h"
 #include "TKZColorSelector.h"
 #include "WindowFixture.h"
@@ -381,6 +382,18 @@ TEST_F(Properties, ShowModalRunsTheCommandInOrder)
         [&](bool mill) { events.push_back(mill ? "mill" : "lathe"); }, [&] { events.push_back("after"); });
     EXPECT_EQ(events, (std::vector<std::string>{"busy", "shown", "lathe", "after", "default"}));
     EXPECT_FALSE(settings.Mill);
+
+    // With the window's own dialogs the pointer is the hourglass all the while it is open.
+    GuiDialogs gui;
+    std::optional<Qt::CursorShape> pointer;
+    test::OnNextModal([&](QWidget* modal) {
+        if (const QCursor* shown = QApplication::overrideCursor())
+            pointer = shown->shape();
+        modal->close();
+    });
+    frmProperties::ShowModal(settings, colors, state, gui, nullptr, {}, {});
+    EXPECT_EQ(pointer, Qt::WaitCursor);
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
 using PropertiesCommand = test::WindowFixture;
