@@ -100,7 +100,7 @@ frmBackplot::frmBackplot(UserDialogs* dialogs, QWidget* parent) : QMainWindow(pa
     // Settings, into this window, the translator's tool colours and its machine type.
     readSettings();
     viewCommands_->MillMode = settings_.Mill;
-    commands_->ShowToggles(settings_.ShowRapid, settings_.ShowAxis, settings_.ToolColor);
+    ShowToggles();
 
     // The working files go next to the program unless that folder is read-only.
     const DataFolder folder = DataFolder::ForThisProgram();
@@ -202,10 +202,22 @@ void frmBackplot::wireCommands()
     button("Pause", &frmBackplot::tbPause_Click);
     button("Stop", &frmBackplot::tbStop_Click);
     button("GCode", &frmBackplot::mnuSource_Click);
-    button("Rapid", &frmBackplot::tbRapid_Click);
-    button("Axis", &frmBackplot::tbAxis_Click);
     button("Properties", &frmBackplot::mnuPref_Click);
-    button("ToolColors", &frmBackplot::tbToolColors_Click);
+    // The three toggles show their setting; a change of the pressed state that the setting
+    // does not share yet is the user's, whatever its route (a click, a screen reader's
+    // Toggle action), and runs the command, which makes them agree again.
+    const auto toggle = [&](const char* key, bool Settings::*setting, void (frmBackplot::*handler)()) {
+        connect(c.Button(QString::fromLatin1(key)), &QAction::toggled, this, [this, setting, handler](bool pressed) {
+            if (pressed == settings_.*setting)
+                return;
+            if (fileOperation_)
+                return ShowToggles();
+            (this->*handler)();
+        });
+    };
+    toggle("Rapid", &Settings::ShowRapid, &frmBackplot::tbRapid_Click);
+    toggle("Axis", &Settings::ShowAxis, &frmBackplot::tbAxis_Click);
+    toggle("ToolColors", &Settings::ToolColor, &frmBackplot::tbToolColors_Click);
 
     // A button nobody sees; it prints, like "&Print".
     cmdHidden_ = new QPushButton(QStringLiteral("Hidden"), this);
@@ -387,24 +399,29 @@ void frmBackplot::mnuAbout_Click()
         mnuRedraw_Click();
 }
 
+void frmBackplot::ShowToggles()
+{
+    commands_->ShowToggles(settings_.ShowRapid, settings_.ShowAxis, settings_.ToolColor);
+}
+
 void frmBackplot::tbRapid_Click()
 {
     settings_.ShowRapid = !settings_.ShowRapid;
-    commands_->ShowToggles(settings_.ShowRapid, settings_.ShowAxis, settings_.ToolColor);
+    ShowToggles();
     mnuRedraw_Click();
 }
 
 void frmBackplot::tbAxis_Click()
 {
     settings_.ShowAxis = !settings_.ShowAxis;
-    commands_->ShowToggles(settings_.ShowRapid, settings_.ShowAxis, settings_.ToolColor);
+    ShowToggles();
     mnuRedraw_Click();
 }
 
 void frmBackplot::tbToolColors_Click()
 {
     settings_.ToolColor = !settings_.ToolColor;
-    commands_->ShowToggles(settings_.ShowRapid, settings_.ShowAxis, settings_.ToolColor);
+    ShowToggles();
     mnuRedraw_Click();
 }
 
@@ -414,6 +431,7 @@ void frmBackplot::mnuDrawAids_Click()
         frmDrawAids dialog(settings_, commands_->mnuAutoOn->isChecked(), *dialogs_,
                            [this] { picCanvas_->HideCrossHairs(); }, this);
         dialog.exec();
+        ShowToggles();
         // Without Auto Redraw the changed aids show only when the plot is drawn again.
         if (commands_->mnuAutoOff->isChecked() && programLoaded_) {
             SetCoords();
@@ -445,6 +463,8 @@ void frmBackplot::mnuPref_Click()
             else if (!settings_.AutoDraw || settings_.Backcolor != oldBack)
                 mnuRedraw_Click();
         });
+    // "Tool Colors" is ticked on the dialog's last page.
+    ShowToggles();
 }
 
 // ---- View commands ----

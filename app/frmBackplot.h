@@ -164,6 +164,9 @@ private:
     void readSettings();
     void writeSettings();
     DrawSurface& picSurface();
+    // The toolbar's Rapid, Axis and Tool Colors buttons pressed as their settings are,
+    // whatever changed them.
+    void ShowToggles();
     // While an open runs, the menus and the toolbar wait.
     void SetFileOperation(bool running);
 

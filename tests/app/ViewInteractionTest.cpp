@@ -2,10 +2,13 @@
 #include "WindowFixture.h"
 #include "frmDrawAids.h"
 
+#include <QAbstractButton>
+#include <QAccessible>
 #include <QCheckBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
+#include <QToolBar>
 
 namespace backplot {
 namespace {
@@ -198,18 +201,38 @@ TEST_F(ViewInteraction, DrawingAidsApplyOnOkAndRefuseCrossHairsWithoutAutoRedraw
         EXPECT_EQ(hidden, 1);
     }
 
-    // From the menu with Auto Redraw off: the plot is drawn again at once without the axis.
+    // From the menu with Auto Redraw off: the plot is drawn again at once without the axis
+    // and the rapid lines, with the rapid points; the toolbar's toggles follow.
     s.ShowRapid = true;
-    ASSERT_EQ(At(30, 105), QColor(Qt::black));
+    s.ShowBlips = false;
+    ASSERT_EQ(At(30, 5), QColor(Qt::black)); // a dash of the vertical axis
+    ASSERT_TRUE(Button("Axis")->isChecked() && Button("Rapid")->isChecked());
     QTimer::singleShot(0, [] {
         auto* aids = qobject_cast<frmDrawAids*>(QApplication::activeModalWidget());
         ASSERT_NE(aids, nullptr);
         aids->chkModes(3)->setChecked(false);
+        aids->chkModes(2)->setChecked(false);
+        aids->chkModes(1)->setChecked(true);
         aids->findChild<QPushButton*>("cmdOK")->click();
     });
     Action("mnuDrawAids")->trigger();
     EXPECT_FALSE(s.ShowAxis);
-    EXPECT_EQ(At(30, 5), QColor(Qt::white)); // where a dash of the vertical axis was
+    EXPECT_EQ(At(30, 5), QColor(Qt::white));
+    // The first rapid's end, (10, 10) stored, is pixel (90, 165); its cross reaches
+    // 0.65 units (4 pixels) up. Its dog-leg, through (85, 160), is gone.
+    EXPECT_EQ(At(90, 162), QColor(Qt::blue));
+    EXPECT_EQ(At(85, 160), QColor(Qt::white));
+    EXPECT_FALSE(Button("Axis")->isChecked());
+    EXPECT_FALSE(Button("Rapid")->isChecked());
+
+    // A screen reader's Toggle on the Axis button runs its command, as a click does.
+    QWidget* axis = window->findChild<QToolBar*>("cToolbar1")->widgetForAction(Button("Axis"));
+    QAccessible::queryAccessibleInterface(axis)->actionInterface()->doAction(
+        QAccessibleActionInterface::toggleAction());
+    EXPECT_TRUE(s.ShowAxis);
+    EXPECT_TRUE(Button("Axis")->isChecked());
+    EXPECT_TRUE(qobject_cast<QAbstractButton*>(axis)->isChecked());
+    EXPECT_EQ(At(30, 5), QColor(Qt::black));
 }
 
 } // namespace

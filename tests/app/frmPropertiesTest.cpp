@@ -431,6 +431,19 @@ TEST_F(PropertiesCommand, NewBackColourRedrawsThePlotAndLatheReachesTheTranslato
     EXPECT_EQ(test::CountOf(Picture(), blue), cutPixels); // the same cuts, drawn again on red
     EXPECT_FALSE(window->settings().Mill);
     EXPECT_FALSE(window->translator().State().Mill);
+
+    // Again: tool colours take effect at the tick, and the toolbar shows them; Mill waits
+    // for an Apply that Cancel does not give.
+    test::OnNextModal([&](QWidget* modal) {
+        modal->findChild<QCheckBox*>("chkToolColor")->click();
+        modal->findChild<QRadioButton*>("chkOpen0")->click();
+        modal->findChild<QPushButton*>("cmdProperties1")->click();
+    });
+    ASSERT_FALSE(Button("ToolColors")->isChecked());
+    Button("Properties")->trigger();
+    EXPECT_TRUE(window->settings().ToolColor);
+    EXPECT_TRUE(Button("ToolColors")->isChecked());
+    EXPECT_FALSE(window->settings().Mill);
 }
 
 } // namespace
