@@ -1,4 +1,5 @@
 #include "Icons.h"
+#include "SourceView.h"
 #include "StepListing.h"
 #include "ViewCommands.h"
 #include "WindowFixture.h"
@@ -157,6 +158,7 @@ TEST_F(CommandStates, SlowMotionPausesResumesAndStopsFromTheKeyboardAndTheMenu)
     PressDuringThePass(Qt::Key_P, "p");
     Type('M');
     EXPECT_TRUE(window->playback().SlowMode && window->playback().SlowPaused);
+    EXPECT_EQ(window->sourceView().MarkedLine(), 1); // the line of the one record drawn
     EXPECT_EQ(Code(), "  Paused - Press the P key to continue");
     EXPECT_TRUE(Action("mnuSlowMotion")->isChecked());
     EXPECT_EQ(Toolbar(), Slow);
@@ -174,6 +176,8 @@ TEST_F(CommandStates, SlowMotionPausesResumesAndStopsFromTheKeyboardAndTheMenu)
     EXPECT_EQ(Toolbar(), AllOn);
 
     Type('P'); // resumes where it stopped and runs to the end
+    // Records 2 to 4 marked lines 1 to 3: the mark counts records since Esc reset it.
+    EXPECT_EQ(window->sourceView().MarkedLine(), 3);
     EXPECT_FALSE(window->playback().SlowMode);
     EXPECT_FALSE(Action("mnuSlowMotion")->isChecked());
     EXPECT_EQ(Code(), fileLine);

@@ -21,9 +21,11 @@ TEST_F(Keys, TheSourceViewDoesNotKeepTheKeysFromTheWindow)
     EXPECT_GT(window->canvas().width(), window->sourceView().width()); // two fifths beside the plot
     EXPECT_EQ(editor->text(), QString(test::Part));
     editor->setFocus();
-    const float left = window->plotter().View.ViewX1;
+    const float left = window->plotter().View.ViewX1, top = window->plotter().View.ViewY1;
     QTest::keyClick(editor, Qt::Key_Right);
     EXPECT_NEAR(window->plotter().View.ViewX1, left - 0.5f, 1e-4);
+    QTest::keyClick(editor, Qt::Key_Up); // the drawing moves up: the window's edges go down
+    EXPECT_NEAR(window->plotter().View.ViewY1, top + 0.5f, 1e-4);
     QTest::keyClicks(editor, "s");
     EXPECT_EQ(window->plotter().PlotLast, 1);
     EXPECT_EQ(editor->text(), QString(test::Part)); // nothing typed into the program

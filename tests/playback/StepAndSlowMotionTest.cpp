@@ -171,9 +171,15 @@ TEST(SlowMotion, PausedAtARecordResumesThereWithoutClearing)
     EXPECT_EQ(w.host.buttons["Pause"], true);
     EXPECT_EQ(w.host.buttons["Step"], false);
 
+    // Resumed at a real pace: each of the three records waits its 0.04 s before it is drawn.
     w.canvas.ForgetPrimitives();
     w.events.onCall = nullptr;
+    w.settings.SlowTime = 0.04f;
+    const auto start = std::chrono::steady_clock::now();
     w.slow.PauseOrResume();
+    const double took = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    EXPECT_GE(took, 0.12);
+    EXPECT_LT(took, 0.6);
     EXPECT_EQ(w.Cuts(), (std::vector<double>{4, 5, 6}));
     EXPECT_FALSE(w.Cleared());
     EXPECT_EQ(w.host.marks, (std::vector<int>{1, 2, 3, 4, 5, 6}));
