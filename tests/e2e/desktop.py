@@ -356,13 +356,16 @@ def reads(node, expected):
     return expected in heard(node)
 
 
-def wait_reading(node, pattern, timeout=5.0):
+def wait_reading(node, pattern, timeout=5.0, unlike=()):
     """The match of `pattern` (a regular expression for the whole text) with what a screen
-    reader hears from the node, once one matches; None when none has after `timeout`."""
+    reader hears from the node, once one matches; None when none has after `timeout`.
+    Texts in `unlike` (what the node read before the change awaited) do not count."""
     expression = re.compile(pattern)
+
+    def reading():
+        return next((m for m in map(expression.fullmatch, heard(node)) if m and m.group(0) not in unlike), None)
     try:
-        return wait_for("%r to read %s" % (node.name, pattern),
-                        lambda: next((m for m in map(expression.fullmatch, heard(node)) if m), None), timeout)
+        return wait_for("%r to read %s" % (node.name, pattern), reading, timeout)
     except TestFailure:
         return None
 
