@@ -395,15 +395,16 @@ def top_window(app, title, timeout=60.0):
                     lambda: next((w for w in top_windows(app) if w.name == title), None), timeout)
 
 
-def press_button(node):
-    """Presses a button through the accessibility bus. Only for buttons that open no modal
-    window: the call would wait for that window to close."""
+def press_button(node, name="Press"):
+    """Runs a button's action (Press, or Toggle for a check box or a toggle button) through
+    the accessibility bus. Only for buttons that open no modal window: the call would wait
+    for that window to close."""
     action = node.queryAction()
     for i in range(action.nActions):
-        if action.getName(i) == "Press":
+        if action.getName(i) == name:
             action.doAction(i)
             return
-    raise TestFailure("%r has no Press action" % node.name)
+    raise TestFailure("%r has no %s action" % (node.name, name))
 
 
 def extents(node):

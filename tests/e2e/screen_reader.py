@@ -3,7 +3,8 @@ in the main window (menus, toolbar, status labels, canvas, step listing, source 
 open dialog, the properties dialog, the Details window and the DXF save dialog has a name
 that says what it is, no two toolbar buttons share one, and a machine type chosen through
 the accessibility bus (as a screen reader or a voice-control tool chooses it) can be
-applied like a clicked one."""
+applied like a clicked one; the toolbar's Axis and Rapid toggles read as the Drawing Aids
+left them, and their Toggle action sets the aid as a click does."""
 
 import sys
 
@@ -57,6 +58,19 @@ def audit_menus(checks, d, main_window, frame):
             d.press("Escape")
             wait_for("the submenu to close", lambda: not showing(submenu))
         close_menu(d, frame, popup)
+
+
+def drawing_aids(d, main_window, frame, app):
+    """Options > Drawing Aids...: its check boxes by caption, and the dialog itself."""
+    import pyatspi
+    open_menu(d, main_window, frame, "Options", "alt+o")
+    d.press("a")
+    d.window("Drawing Aids")
+    dialog = top_window(app, "Drawing Aids")
+    boxes = {name: role_named(dialog, pyatspi.ROLE_CHECK_BOX, name)
+             for name in ("Axis Lines", "Rapid Lines", "Rapid Points")}
+    boxes["dialog"] = dialog
+    return boxes
 
 
 def main(program):
@@ -125,7 +139,30 @@ def main(program):
         press_button(role_named(properties, pyatspi.ROLE_PUSH_BUTTON, "Cancel"))
         d.wait_gone("Properties")
 
-        # 5. The DXF save dialog, left with Esc.
+        # 5. The toolbar's toggles read the drawing aids, whatever set them, and their Toggle
+        #    action sets the aid as a click does (stepping, which greys them, ended first).
+        d.key(main_window, "Escape")
+        buttons = toolbar_buttons(frame)
+        axis, rapid = buttons["Toggle Axis Lines"], buttons["Toggle Rapid Lines"]
+        wait_for("the toggles to be usable", lambda: enabled(axis) and enabled(rapid))
+        checks.equal("Axis, Rapid pressed at first", (checked(axis), checked(rapid)), (True, True))
+        aids = drawing_aids(d, main_window, frame, app)
+        for name, wanted in (("Axis Lines", False), ("Rapid Lines", False), ("Rapid Points", True)):
+            if checked(aids[name]) != wanted:
+                press_button(aids[name], "Toggle")
+        press_button(role_named(aids["dialog"], pyatspi.ROLE_PUSH_BUTTON, "OK"))
+        d.wait_gone("Drawing Aids")
+        wait_for("Axis and Rapid to follow the aids", lambda: not checked(axis) and not checked(rapid))
+        press_button(axis, "Toggle")
+        wait_for("Axis to be pressed again", lambda: checked(axis))
+        aids = drawing_aids(d, main_window, frame, app)
+        checks.equal("Axis Lines, Rapid Lines, Rapid Points after the Toggle",
+                     tuple(checked(aids[name]) for name in ("Axis Lines", "Rapid Lines", "Rapid Points")),
+                     (True, False, True))
+        press_button(role_named(aids["dialog"], pyatspi.ROLE_PUSH_BUTTON, "Cancel"))
+        d.wait_gone("Drawing Aids")
+
+        # 6. The DXF save dialog, left with Esc.
         open_menu(d, main_window, frame, "File", "alt+f")
         d.press("a")
         wait_for("the Save As submenu", lambda: find_all(frame, lambda n: n.name == "DXF File" and showing(n)))
