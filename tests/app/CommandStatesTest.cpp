@@ -143,6 +143,15 @@ TEST_F(CommandStates, StepEnterAndEscWalkTheProgram)
     EXPECT_EQ(Toolbar(), Stepping);
     QTest::keyClick(Canvas(), Qt::Key_Escape);
     EXPECT_EQ(Toolbar(), AllOn);
+
+    // An open while stepping gives back what SetControls switches; Esc gives back the rest.
+    Type('S');
+    dialogs.OpenAnswers.push_back(window->FileName()); // from the menu: the button is grey
+    Action("mnuFileOpen")->trigger();
+    EXPECT_EQ(Toolbar(), "Clear Print Preview Pan ZoomExtends ZWindow ZIn ZOut Refresh Step Slow GCode Rapid Axis "
+                         "ToolColors");
+    QTest::keyClick(Canvas(), Qt::Key_Escape);
+    EXPECT_EQ(Toolbar(), AllOn);
 }
 
 TEST_F(CommandStates, SlowMotionPausesResumesAndStopsFromTheKeyboardAndTheMenu)

@@ -50,6 +50,7 @@ set(expected
   share/tarvo-backplot/help/properties.html
   share/tarvo-backplot/help/slow-motion.html
   share/tarvo-backplot/help/stepping.html
+  share/tarvo-backplot/help/troubleshooting.html
   share/tarvo-backplot/help/zoom-pan.html)
 file(GLOB_RECURSE installed LIST_DIRECTORIES false RELATIVE ${PREFIX} ${PREFIX}/*)
 list(SORT installed)
