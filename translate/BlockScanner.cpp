@@ -3,22 +3,73 @@
 #include "NumberText.h"
 #include "RunTimeError.h"
 
+#include <stdexcept>
+
 namespace backplot {
 
 namespace {
 
-constexpr std::string_view CommentStarts = "(/',";
-constexpr std::string_view NumberChars = "1234567890-+. ";
+// What each byte is to the scanner. Letters are only A-Z; the number characters are the
+// digits, the signs, the point and the blank.
+enum Class : std::uint8_t { Other, Letter, Digit, Blank, Point, Sign, Comment };
 
-// True when `word` followed by a blank stands somewhere in `text`.
-bool ContainsWordThenBlank(std::string_view text, std::string_view word)
+constexpr std::array<std::uint8_t, 256> MakeClasses()
 {
-    for (std::size_t at = text.find(word); at != std::string_view::npos; at = text.find(word, at + 1)) {
-        const std::size_t next = at + word.size();
-        if (next < text.size() && text[next] == ' ')
-            return true;
+    std::array<std::uint8_t, 256> classes{};
+    for (int c = 'A'; c <= 'Z'; ++c)
+        classes[c] = Letter;
+    for (int c = '0'; c <= '9'; ++c)
+        classes[c] = Digit;
+    classes[' '] = Blank;
+    classes['.'] = Point;
+    classes['+'] = classes['-'] = Sign;
+    for (const char c : std::string_view("(/',"))
+        classes[static_cast<unsigned char>(c)] = Comment;
+    return classes;
+}
+constexpr std::array<std::uint8_t, 256> Classes = MakeClasses();
+
+Class ClassOf(char c) { return static_cast<Class>(Classes[static_cast<unsigned char>(c)]); }
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+// The G word made of a G and the digits after it, or none.
+GWord GWordOf(std::string_view digits)
+{
+    if (digits.size() == 1 && digits[0] <= '3')
+        return static_cast<GWord>(G0 << 2 * (digits[0] - '0'));
+    if (digits.size() == 2 && digits[0] == '0' && digits[1] <= '3')
+        return static_cast<GWord>(G00 << 2 * (digits[1] - '0'));
+    if (digits == "90")
+        return G90;
+    if (digits == "91")
+        return G91;
+    return NoGWord;
+}
+
+// GWord's bits written out, for the position of a word in a block too long for 16 bits.
+std::string_view GWordName(GWord word)
+{
+    switch (word) {
+    case G0: return "G0";
+    case G00: return "G00";
+    case G1: return "G1";
+    case G01: return "G01";
+    case G2: return "G2";
+    case G02: return "G02";
+    case G3: return "G3";
+    case G03: return "G03";
+    case G90: return "G90";
+    case G91: return "G91";
+    default: return {};
     }
-    return false;
+}
+
+GWord ParseGWord(std::string_view code)
+{
+    const GWord word = code.size() >= 2 && code[0] == 'G' ? GWordOf(code.substr(1)) : NoGWord;
+    if (word == NoGWord)
+        throw std::invalid_argument("not an indexed G word: " + std::string(code));
+    return word;
 }
 
 std::int16_t Position16(std::size_t zeroBased)
@@ -28,96 +79,174 @@ std::int16_t Position16(std::size_t zeroBased)
     return static_cast<std::int16_t>(zeroBased + 1);
 }
 
+// LeadingValue for a number text without blanks: the sign, then digits with at most one
+// point; reading stops at anything else.
+double LeadingValueUnspaced(std::string_view text)
+{
+    std::size_t i = 0;
+    bool negative = false;
+    if (i < text.size() && (text[i] == '-' || text[i] == '+')) {
+        negative = text[i] == '-';
+        ++i;
+    }
+    const std::size_t start = i;
+    bool point = false;
+    for (; i < text.size(); ++i) {
+        if (IsDigit(text[i]))
+            continue;
+        if (text[i] == '.' && !point) {
+            point = true;
+            continue;
+        }
+        break;
+    }
+    const std::string_view digits = text.substr(start, i - start);
+    if (digits == ".")
+        return 0;
+    const double value = ParseDigits(digits);
+    return negative ? -value : value;
+}
+
+// LeadingValue(text) where blanks stand only at the ends of the number text, as the blank
+// that separates words does; the general reading otherwise.
+double Leading(std::string_view text, bool spaced)
+{
+    if (spaced) {
+        const std::size_t first = text.find_first_not_of(' ');
+        if (first == std::string_view::npos)
+            return 0;
+        text = text.substr(first, text.find_last_not_of(' ') - first + 1);
+        if (text.find(' ') != std::string_view::npos)
+            return LeadingValue(text);
+    }
+    return LeadingValueUnspaced(text);
+}
+
 } // namespace
 
 void StripComment(std::string& block)
 {
-    const std::size_t cut = block.find_first_of(CommentStarts);
-    if (cut != std::string::npos)
-        block.resize(cut);
-}
-
-void BlockScanner::SetBlock(std::string_view block)
-{
-    block_.assign(block);
-    spacedReady_ = false;
-}
-
-// Every upper-case letter gets a blank before it, digits are kept, anything else turns
-// into a blank: "N10G01X1.5" becomes "N10 G01 X1 5" and trailing blanks. A word is then
-// a code followed by a blank.
-const std::string& BlockScanner::Spaced() const
-{
-    if (!spacedReady_) {
-        const std::size_t length = block_.size();
-        spaced_.assign(2 * length, ' ');
-        std::size_t letters = 0;
-        for (std::size_t i = 0; i < length; ++i) {
-            const char c = block_[i];
-            if (c >= 'A' && c <= 'Z') {
-                ++letters;
-                spaced_[i + letters] = c;
-            } else if (c >= '0' && c <= '9') {
-                spaced_[i + letters] = c;
-            }
+    for (std::size_t i = 0; i < block.size(); ++i) {
+        if (ClassOf(block[i]) == Comment) {
+            block.resize(i);
+            return;
         }
-        const std::size_t first = spaced_.find_first_not_of(' ');
-        spaced_.erase(0, first == std::string::npos ? spaced_.size() : first);
-        spacedReady_ = true;
     }
-    return spaced_;
 }
+
+template <bool CutAtComment>
+std::size_t BlockScanner::Index(std::string_view text)
+{
+    seen_ = dotted_ = spaced_ = 0;
+    gWords_ = 0;
+    m30_ = false;
+
+    const char* p = text.data();
+    const std::size_t n = text.size();
+    std::size_t i = 0;
+    int open = -1; // the letter whose number text is being read
+    for (; i < n; ++i) {
+        const Class k = ClassOf(p[i]);
+        if (k == Digit)
+            continue; // the commonest character: it neither opens nor closes anything
+        if constexpr (CutAtComment) {
+            if (k == Comment)
+                break;
+        }
+        switch (k) {
+        case Letter: {
+            if (open >= 0)
+                end_[open] = static_cast<std::uint32_t>(i);
+            open = -1;
+            const int letter = p[i] - 'A';
+            if (!(seen_ >> letter & 1)) {
+                seen_ |= 1u << letter;
+                first_[letter] = static_cast<std::uint32_t>(i);
+                open = letter;
+            }
+            if (p[i] == 'G') {
+                std::size_t j = i + 1;
+                while (j < n && j - i <= 3 && IsDigit(p[j]))
+                    ++j;
+                if (j - i <= 3 && (j == n || !IsDigit(p[j])))
+                    gWords_ |= GWordOf(text.substr(i + 1, j - i - 1));
+            } else if (p[i] == 'M' && i + 2 < n && p[i + 1] == '3' && p[i + 2] == '0') {
+                m30_ = true;
+            }
+            break;
+        }
+        case Blank:
+            if (open >= 0)
+                spaced_ |= 1u << open;
+            break;
+        case Point:
+            if (open >= 0)
+                dotted_ |= 1u << open;
+            break;
+        case Sign:
+            break;
+        default: // anything else ends a number text
+            if (open >= 0)
+                end_[open] = static_cast<std::uint32_t>(i);
+            open = -1;
+            break;
+        }
+    }
+    if (open >= 0)
+        end_[open] = static_cast<std::uint32_t>(i);
+    block_ = text.substr(0, i);
+    return i;
+}
+
+template std::size_t BlockScanner::Index<false>(std::string_view);
+template std::size_t BlockScanner::Index<true>(std::string_view);
 
 std::int16_t BlockScanner::GWordPos(std::string_view code, std::string_view altCode) const
 {
-    const std::size_t codeAt = block_.find(code);
-    const std::size_t altAt = altCode.empty() ? std::string::npos : block_.find(altCode);
-    if (codeAt == std::string::npos && altAt == std::string::npos)
-        return 0;
-
-    const std::string& spaced = Spaced();
-    if (ContainsWordThenBlank(spaced, code))
-        return Position16(codeAt);
-    if (!altCode.empty() && ContainsWordThenBlank(spaced, altCode))
-        return Position16(altAt);
+    if (gWords_ & ParseGWord(code))
+        return Position16(block_.find(code));
+    if (!altCode.empty() && (gWords_ & ParseGWord(altCode)))
+        return Position16(block_.find(altCode));
     return 0;
+}
+
+void BlockScanner::CheckGWordPosition(GWord code, GWord altCode) const
+{
+    GWordPos(GWordName(code), GWordName(altCode));
 }
 
 std::string_view BlockScanner::NumberText(char letter) const
 {
-    const std::size_t at = block_.find(letter);
-    if (at == std::string::npos)
+    if (!Seen(letter))
         return {};
-    const std::size_t start = at + 1;
-    std::size_t end = start;
-    while (end < block_.size() && NumberChars.find(block_[end]) != std::string_view::npos)
-        ++end;
-    return std::string_view(block_).substr(start, end - start);
+    const int index = letter - 'A';
+    const std::size_t start = first_[index] + 1;
+    return block_.substr(start, end_[index] - start);
 }
 
 std::int32_t BlockScanner::ScanLong(char letter) const
 {
-    return RoundToInt32(LeadingValue(NumberText(letter)));
+    const bool spaced = Seen(letter) && (spaced_ >> (letter - 'A') & 1);
+    return RoundToInt32(Leading(NumberText(letter), spaced));
 }
 
 double BlockScanner::ScanValue(char letter) const
 {
-    const std::size_t at = block_.find(letter);
-    if (at == std::string::npos)
+    if (!Seen(letter))
         return 0;
+    const int index = letter - 'A';
     // A letter standing last (before trailing blanks) reads 0; the test compares the
     // position in the block with the trimmed length, as leading blanks shorten it.
     const std::size_t first = block_.find_first_not_of(' ');
-    const std::size_t last = block_.find_last_not_of(' ');
-    const std::size_t trimmedLength = first == std::string::npos ? 0 : last - first + 1;
-    if (at + 2 > trimmedLength)
+    const std::size_t trimmedLength = first == std::string_view::npos ? 0 : block_.find_last_not_of(' ') - first + 1;
+    if (first_[index] + 2 > trimmedLength)
         return 0;
 
     const std::string_view text = NumberText(letter);
     if (text.empty())
         return 0;
-    if (text.find('.') != std::string_view::npos)
-        return LeadingValue(text);
+    if (dotted_ >> index & 1)
+        return Leading(text, spaced_ >> index & 1);
     const std::optional<double> whole = StrictValue(text);
     if (!whole)
         throw RunTimeError("Type mismatch");

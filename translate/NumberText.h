@@ -6,6 +6,10 @@
 
 namespace backplot {
 
+// "digits[.digits]" (no sign, no blanks; either part may be empty) as a double; "" reads 0.
+// A text of hundreds of digits raises RunTimeError("Overflow").
+double ParseDigits(std::string_view digits);
+
 // The leading number of a text, blanks ignored anywhere: " 1 2" reads 12, "1.5X" 1.5,
 // "-.25" -0.25; a text that starts with no number reads 0.
 double LeadingValue(std::string_view text);

@@ -3,8 +3,11 @@
 #include "RunTimeError.h"
 
 #include <array>
+#include <cerrno>
 #include <cmath>
 #include <cstring>
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace backplot {
 
@@ -61,6 +64,72 @@ void RecordFileWriter::Close()
         file_ = nullptr;
     }
     position_ = -1;
+}
+
+RecordFileRewriter::~RecordFileRewriter() { Close(); }
+
+void RecordFileRewriter::Open(const std::string& path)
+{
+    Close();
+    fd_ = ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666);
+    if (fd_ < 0 && errno != ENOENT) {
+        // A file we may not write, in a folder we may: the old way of deleting it first.
+        ::unlink(path.c_str());
+        fd_ = ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666);
+    }
+    if (fd_ < 0)
+        throw RunTimeError(OpenFailure(path));
+    first_ = next_ = 0;
+    bytes_.clear();
+}
+
+void RecordFileRewriter::Append(std::int32_t recordNumber, const EntityRecord& record)
+{
+    if (fd_ < 0)
+        throw RunTimeError("Bad file name or number");
+    if (recordNumber < 1 || (first_ != 0 && recordNumber != next_))
+        throw RunTimeError("Bad record number");
+    if (first_ == 0) {
+        first_ = recordNumber;
+        // The 16-bit record count bounds a translation's records; one allocation holds them.
+        bytes_.reserve(static_cast<std::size_t>(INT16_MAX - first_ + 1) * EntityRecord::Size);
+    }
+    const std::size_t at = bytes_.size();
+    bytes_.resize(at + EntityRecord::Size);
+    EncodeRecord(record, std::span<std::uint8_t, EntityRecord::Size>(bytes_.data() + at, EntityRecord::Size));
+    next_ = recordNumber + 1;
+}
+
+void RecordFileRewriter::Finish()
+{
+    if (fd_ < 0)
+        return;
+    const off_t start = first_ == 0 ? 0 : static_cast<off_t>(first_ - 1) * RecordBytes;
+    std::size_t done = 0;
+    int failure = 0;
+    while (done < bytes_.size() && failure == 0) {
+        const ssize_t n = ::pwrite(fd_, bytes_.data() + done, bytes_.size() - done, start + static_cast<off_t>(done));
+        if (n > 0)
+            done += static_cast<std::size_t>(n);
+        else if (n == 0)
+            failure = EIO;
+        else if (errno != EINTR)
+            failure = errno;
+    }
+    if (failure == 0 && ::ftruncate(fd_, start + static_cast<off_t>(bytes_.size())) != 0)
+        failure = errno;
+    Close();
+    if (failure != 0)
+        throw RunTimeError("Cannot write the record file: " + std::string(std::strerror(failure)));
+}
+
+void RecordFileRewriter::Close()
+{
+    if (fd_ >= 0)
+        ::close(fd_);
+    fd_ = -1;
+    first_ = next_ = 0;
+    bytes_.clear();
 }
 
 RecordFileReader::~RecordFileReader() { Close(); }

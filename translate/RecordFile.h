@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <string>
+#include <vector>
 
 namespace backplot {
 
@@ -27,6 +28,38 @@ public:
 private:
     std::FILE* file_ = nullptr;
     long position_ = -1; // byte offset of the stream, -1 when unknown
+};
+
+// Collects the records of one translation in memory and writes them over the record file
+// in one go: the old file is rewritten in place, not removed and created again, and cut
+// to the end of the new records, so it holds exactly them. Records are numbered on from
+// the first one appended; a first number past 1 leaves zero-filled records before it.
+// Failures raise RunTimeError.
+class RecordFileRewriter {
+public:
+    RecordFileRewriter() = default;
+    ~RecordFileRewriter();
+    RecordFileRewriter(const RecordFileRewriter&) = delete;
+    RecordFileRewriter& operator=(const RecordFileRewriter&) = delete;
+
+    // Opens the file for writing, creating it when it is missing; one that cannot be
+    // opened for writing is removed and created anew. Nothing is written yet.
+    void Open(const std::string& path);
+    bool IsOpen() const { return fd_ >= 0; }
+    // Encodes the record as number recordNumber: the number after the last one appended,
+    // or any number for the first.
+    void Append(std::int32_t recordNumber, const EntityRecord& record);
+    // Writes what was appended and cuts the file after it (to nothing when nothing was
+    // appended), then closes the file, even when writing fails.
+    void Finish();
+
+private:
+    void Close();
+
+    int fd_ = -1;
+    std::int32_t first_ = 0; // number of the first record appended, 0 before it
+    std::int32_t next_ = 0;
+    std::vector<std::uint8_t> bytes_; // kept between translations, so it is allocated once
 };
 
 // Reads records by number through a handle of its own.

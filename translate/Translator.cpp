@@ -30,8 +30,6 @@ constexpr FixedToolColor ToolChangeColors[] = {
     {12, 0x0000FF}, {13, 0xFF00FF}, {14, 0x00FFFF},
 };
 
-bool IsBlank(std::string_view text) { return text.find_first_not_of(' ') == std::string_view::npos; }
-
 void ReplaceFirst(std::string& text, char from, char to)
 {
     const std::size_t at = text.find(from);
@@ -44,50 +42,67 @@ struct FileCloser {
 };
 using File = std::unique_ptr<std::FILE, FileCloser>;
 
-// Reads CR LF lines from the normalised file; a last line without its end is read too.
-class LineReader {
-public:
-    explicit LineReader(std::FILE* file) : file_(file) {}
+} // namespace
 
-    bool Next(std::string& line)
+// The lines of the normalised program, CR LF ends removed; a last line without its end
+// is read too. Either the whole text in memory, or the file read a piece at a time. A
+// line stays valid until the next call.
+class LineSource {
+public:
+    explicit LineSource(std::string_view text) : data_(text.data()), end_(text.size()) {}
+    explicit LineSource(std::FILE* file) : file_(file), piece_(1 << 20)
     {
-        line.clear();
-        bool any = false;
+        data_ = piece_.data();
+    }
+    bool InMemory() const { return file_ == nullptr; }
+
+    bool Next(std::string_view& line)
+    {
         for (;;) {
-            if (pos_ == end_) {
-                end_ = std::fread(buffer_, 1, sizeof buffer_, file_);
-                pos_ = 0;
-                if (end_ == 0) {
-                    if (std::ferror(file_))
-                        throw RunTimeError("Input past end of file");
-                    return any;
-                }
+            const char* start = data_ + pos_;
+            if (const void* lf = pos_ < end_ ? std::memchr(start, '\n', end_ - pos_) : nullptr) {
+                std::size_t n = static_cast<const char*>(lf) - start;
+                pos_ += n + 1;
+                if (n != 0 && start[n - 1] == '\r')
+                    --n;
+                line = {start, n};
+                return true;
             }
-            any = true;
-            const char* start = buffer_ + pos_;
-            const void* lf = std::memchr(start, '\n', end_ - pos_);
-            if (!lf) {
-                line.append(start, end_ - pos_);
+            if (!Refill()) {
+                if (pos_ == end_)
+                    return false;
+                line = {data_ + pos_, end_ - pos_};
                 pos_ = end_;
-                continue;
+                return true;
             }
-            const std::size_t n = static_cast<const char*>(lf) - start;
-            line.append(start, n);
-            pos_ += n + 1;
-            if (!line.empty() && line.back() == '\r')
-                line.pop_back();
-            return true;
         }
     }
 
 private:
-    std::FILE* file_;
-    char buffer_[1 << 16];
-    std::size_t pos_ = 0;
-    std::size_t end_ = 0;
-};
+    // More of the file behind the unread rest; false at its end.
+    bool Refill()
+    {
+        if (!file_)
+            return false;
+        const std::size_t rest = end_ - pos_;
+        if (rest == piece_.size())
+            piece_.resize(2 * piece_.size()); // a line longer than a piece
+        std::memmove(piece_.data(), piece_.data() + pos_, rest);
+        data_ = piece_.data();
+        pos_ = 0;
+        end_ = rest;
+        const std::size_t n = std::fread(piece_.data() + rest, 1, piece_.size() - rest, file_);
+        end_ += n;
+        if (n == 0 && std::ferror(file_))
+            throw RunTimeError("Input past end of file");
+        return n != 0;
+    }
 
-} // namespace
+    std::FILE* file_ = nullptr;
+    std::vector<char> piece_;
+    const char* data_ = nullptr;
+    std::size_t pos_ = 0, end_ = 0;
+};
 
 Translator::Translator(UserDialogs& dialogs, EventPump& events, PlaybackState& playback)
     : dialogs_(dialogs), events_(events), playback_(playback)
@@ -110,16 +125,23 @@ bool Translator::FileExists(const std::string& path)
 bool Translator::NormaliseFile(const std::string& sourcePath, const std::string& tempName)
 {
     const std::string tempPath = dataFolder_ + tempName;
+    keptTextPath_.clear();
+    keptText_.clear();
     bool ok = false;
+    bool whole = true; // keptText_ holds the whole text
     {
         File source(std::fopen(sourcePath.c_str(), "rb"));
         File temp(source ? std::fopen(tempPath.c_str(), "wb") : nullptr);
         if (source && temp) {
-            std::unique_ptr<char[]> in(new char[1 << 16]);
-            std::unique_ptr<char[]> out(new char[2 << 16]);
+            constexpr std::size_t Piece = 1 << 16;
+            std::unique_ptr<char[]> in(new char[Piece]);
+            std::unique_ptr<char[]> out(new char[2 * Piece]);
+            const auto writeKept = [&] {
+                return std::fwrite(keptText_.data(), 1, keptText_.size(), temp.get()) == keptText_.size();
+            };
             ok = true;
             for (;;) {
-                const std::size_t n = std::fread(in.get(), 1, 1 << 16, source.get());
+                const std::size_t n = std::fread(in.get(), 1, Piece, source.get());
                 std::size_t m = 0;
                 for (std::size_t i = 0; i < n; ++i) {
                     const auto c = static_cast<unsigned char>(in[i]);
@@ -131,18 +153,30 @@ bool Translator::NormaliseFile(const std::string& sourcePath, const std::string&
                     }
                     // CR, tab and everything else are dropped.
                 }
-                if (m && std::fwrite(out.get(), 1, m, temp.get()) != m) {
-                    ok = false;
-                    break;
+                keptText_.append(out.get(), m);
+                // A program too long to keep goes to the file a piece at a time.
+                if (keptText_.size() > KeptTextLimit) {
+                    whole = false;
+                    ok = writeKept();
+                    keptText_.clear();
+                    if (!ok)
+                        break;
                 }
-                if (n < (1u << 16)) {
+                if (n < Piece) {
                     ok = !std::ferror(source.get());
                     break;
                 }
             }
+            if (ok)
+                ok = writeKept(); // for a program that is kept, the one write
             if (std::fflush(temp.get()) != 0)
                 ok = false;
         }
+    }
+    if (ok && whole) {
+        keptTextPath_ = tempPath;
+    } else {
+        std::string().swap(keptText_);
     }
     if (!ok) {
         // A stale copy of the previous program must not be translated in its place.
@@ -187,28 +221,54 @@ void Translator::TranslateProgram()
     s.MoveMode = 0;
     s.AbortTranslation = false;
 
-    // A fresh record file; the numbering restarts only when an old one was there.
+    // The numbering restarts only when an old record file was there; it is rewritten in
+    // place.
     const std::string recordPath = RecordFilePath();
-    if (FileExists(recordPath)) {
-        std::remove(recordPath.c_str());
+    if (FileExists(recordPath))
         s.RecordCount = 0;
-    }
 
     // Open both files. Without them nothing can go on, whatever the answer.
     File temp;
     try {
-        writer_.Open(recordPath);
-        temp.reset(std::fopen(TempFilePath().c_str(), "rb"));
-        if (!temp)
-            throw RunTimeError("Cannot open " + TempFilePath());
+        records_.Open(recordPath);
+        if (keptTextPath_ != TempFilePath()) {
+            temp.reset(std::fopen(TempFilePath().c_str(), "rb"));
+            if (!temp)
+                throw RunTimeError("Cannot open " + TempFilePath());
+        }
     } catch (const RunTimeError&) {
         ReportLineError();
-        writer_.Close();
+        records_.Finish();
         return;
     }
 
-    // One block per line until the end, "M30", an abort or a Cancel.
-    LineReader reader(temp.get());
+    {
+        struct DriverScope {
+            Translator& t;
+            ~DriverScope() { t.inDriver_ = false, t.driverBlock_ = {}; }
+        } scope{*this};
+        inDriver_ = true;
+        if (temp) {
+            LineSource lines(temp.get());
+            TranslateLines(lines);
+        } else {
+            LineSource lines(keptText_);
+            TranslateLines(lines);
+        }
+    }
+    try {
+        records_.Finish();
+    } catch (const RunTimeError&) {
+        ReportLineError();
+    }
+}
+
+void Translator::TranslateLines(LineSource& lines)
+{
+    TranslationState& s = state_;
+    // The line as it stands for the error box: whole until it is counted, then the block.
+    std::string_view line;
+    std::string_view lastBlock;
     using Clock = std::chrono::steady_clock;
     auto lastPump = Clock::now();
     unsigned sincePump = 0;
@@ -223,34 +283,54 @@ void Translator::TranslateProgram()
             }
         }
         try {
-            if (!reader.Next(s.LineBuffer))
+            line = {};
+            if (!lines.Next(line))
                 break;
-            if (!IsBlank(s.LineBuffer))
+            // One pass finds the comment cut and indexes the block before it. A comment
+            // start is no blank, so a line cut short is never blank.
+            const std::size_t cut = scanner_.SetLine(line);
+            const bool blank = scanner_.IsBlank();
+            if (cut < line.size() || !blank)
                 CheckedIncrement(s.LineCount);
-            StripComment(s.LineBuffer);
-            if (IsBlank(s.LineBuffer))
+            line = line.substr(0, cut);
+            if (blank)
                 continue;
             if (s.FirstBlockLine == 0)
                 s.FirstBlockLine = s.LineCount;
-            s.CurrentBlock = s.LineBuffer;
-            InterpretBlock(s.LineBuffer);
+            const bool m30 = scanner_.ContainsM30();
+            driverBlock_ = line;
+            if (lines.InMemory())
+                lastBlock = line;
+            else
+                s.CurrentBlock.assign(line); // the piece it lies in is reused
+            InterpretIndexed();
             if (s.AbortTranslation) {
                 s.AbortTranslation = false;
                 break;
             }
-            if (s.LineBuffer.find("M30") != std::string::npos) {
+            if (m30) {
                 playback_.StepMode = false;
                 break;
             }
         } catch (const RunTimeError&) {
+            s.LineBuffer.assign(line);
             if (!ReportLineError())
                 break; // Cancel: draw what was written so far
         }
     }
-    writer_.Close();
+    // What the state holds after a translation: the last line read and the last block.
+    s.LineBuffer.assign(line);
+    if (lines.InMemory() && !lastBlock.empty())
+        s.CurrentBlock.assign(lastBlock);
 }
 
 void Translator::InterpretBlock(std::string_view blockText)
+{
+    scanner_.SetBlock(blockText);
+    InterpretIndexed();
+}
+
+void Translator::InterpretIndexed()
 {
     TranslationState& s = state_;
     // Per-block flags and a record buffer marked as not yet written.
@@ -261,37 +341,36 @@ void Translator::InterpretBlock(std::string_view blockText)
     // Lathe: the plot's horizontal axis carries Z, the vertical X; a Y word means the
     // program was written for a mill.
     if (!s.Mill) {
-        if (blockText.find('Y') != std::string_view::npos) {
+        if (scanner_.Contains('Y')) {
             dialogs_.SetPointer(MousePointer::Default);
             dialogs_.Message(MillingFileWarning, "Backplot Error", MsgIcon::Exclamation, MsgButtons::Ok);
             s.AbortTranslation = true;
             return;
         }
-        latheBlock_.assign(blockText);
+        latheBlock_.assign(scanner_.Block());
         ReplaceFirst(latheBlock_, 'X', 'Y');
         ReplaceFirst(latheBlock_, 'Z', 'X');
         ReplaceFirst(latheBlock_, 'I', 'J');
         ReplaceFirst(latheBlock_, 'K', 'I');
-        blockText = latheBlock_;
+        scanner_.SetBlock(latheBlock_);
     }
-    scanner_.SetBlock(blockText);
     const BlockScanner& b = scanner_;
 
     // Distance mode; G91 wins when both stand in one block.
-    if (b.GWordPos("G90", ""))
+    if (b.HasGWord(G90))
         s.Absolute = true;
-    if (b.GWordPos("G91", ""))
+    if (b.HasGWord(G91))
         s.Absolute = false;
 
     // Motion mode: linear over clockwise over counter-clockwise, each over rapid.
     if (b.Contains('G')) {
-        if (b.GWordPos("G00", "G0"))
+        if (b.HasGWord(G00, G0))
             s.MoveMode = 0;
-        if (b.GWordPos("G01", "G1"))
+        if (b.HasGWord(G01, G1))
             s.MoveMode = 1;
-        else if (b.GWordPos("G02", "G2"))
+        else if (b.HasGWord(G02, G2))
             s.MoveMode = 2;
-        else if (b.GWordPos("G03", "G3"))
+        else if (b.HasGWord(G03, G3))
             s.MoveMode = 3;
     }
     const bool arcMode = s.MoveMode == 2 || s.MoveMode == 3;
@@ -461,11 +540,11 @@ void Translator::WriteEntity(std::int16_t moveType)
         record_.StartAngle = ToSingle(s.ArcStartAngle);
         record_.EndAngle = ToSingle(s.ArcEndAngle);
         record_.Radius = ToSingle(s.ArcRadius);
-        record_.SetBlockText(s.CurrentBlock);
+        record_.SetBlockText(inDriver_ ? driverBlock_ : std::string_view(s.CurrentBlock));
         record_.ToolNum = s.ToolNumber;
         record_.MoveType = moveType;
         CheckedIncrement(state_.RecordCount);
-        writer_.Write(state_.RecordCount, record_);
+        records_.Append(state_.RecordCount, record_);
         return;
     }
 

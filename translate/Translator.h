@@ -15,6 +15,8 @@ namespace backplot {
 inline constexpr const char* TempFileName = "TKZTemp.tmp";
 inline constexpr const char* RecordFileName = "TKZGraph.Dll";
 
+class LineSource; // the normalised program's lines, from memory or from the file
+
 // Translates part programs into the record file. Owns the translation state, the record
 // buffer, the tool colour table and the DXF collection arrays; one instance per process.
 class Translator {
@@ -39,10 +41,14 @@ public:
 
     // Copies the program into data folder + tempName with CR LF line ends and only the
     // characters 32..126. Shows "Problem with input file." and returns false on failure.
+    // The copy is also kept in memory for the next TranslateProgram, up to KeptTextLimit
+    // bytes; a longer program is written in pieces and read back from the file.
     bool NormaliseFile(const std::string& sourcePath, const std::string& tempName);
+    static constexpr std::size_t KeptTextLimit = 8 << 20;
 
     // Translates the normalised program into the record file, up to its end, a block
-    // holding "M30", an abort or a Cancel in the error box.
+    // holding "M30", an abort or a Cancel in the error box. The records are written when
+    // the translation ends, over the old record file, which is cut after them.
     void TranslateProgram();
 
     // The per-program reset done before a new program is opened.
@@ -56,10 +62,14 @@ public:
     void WriteEntity(std::int16_t moveType);
 
 private:
+    // InterpretBlock on the block the scanner has just indexed.
+    void InterpretIndexed();
     void ChangeTool();
     void InterpretArc(bool clockwise);
     // The error box of a failing line; true when the user chose to go on.
     bool ReportLineError();
+    // The lines of the normalised program and the driver's loop over them.
+    void TranslateLines(LineSource& lines);
 
     UserDialogs& dialogs_;
     EventPump& events_;
@@ -71,8 +81,15 @@ private:
     DxfCollection dxf_;
     BlockScanner scanner_;
     std::string latheBlock_; // the block with its lathe letters rewritten
-    RecordFileWriter writer_;
+    RecordFileRewriter records_;
     std::string dataFolder_;
+
+    std::string keptText_;     // the last normalised program, when it is kept whole
+    std::string keptTextPath_; // the temporary file it mirrors; empty when none is kept
+    // While the driver runs, the block being interpreted, in place of a copy in
+    // CurrentBlock; empty otherwise.
+    std::string_view driverBlock_;
+    bool inDriver_ = false;
 };
 
 } // namespace backplot

@@ -1,6 +1,7 @@
 #include "TestPaths.h"
 
 #include <atomic>
+#include <cstdlib>
 #include <fstream>
 #include <sstream>
 #include <unistd.h>
@@ -9,7 +10,12 @@ namespace backplot::test {
 
 std::filesystem::path SourceDir() { return BACKPLOT_SOURCE_DIR; }
 
-std::filesystem::path CorpusDir() { return SourceDir().parent_path() / "shared" / "corpus"; }
+std::filesystem::path CorpusDir()
+{
+    if (const char* given = std::getenv("BACKPLOT_CORPUS"); given && *given)
+        return given;
+    return SourceDir().parent_path() / "shared" / "corpus";
+}
 
 ScratchDir::ScratchDir()
 {

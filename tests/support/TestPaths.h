@@ -7,7 +7,8 @@ namespace backplot::test {
 
 // The source tree, for examples/ and tests/ data.
 std::filesystem::path SourceDir();
-// The shared corpus of real part programs written by others (beside the checkout).
+// The shared corpus of real part programs written by others: $BACKPLOT_CORPUS, or
+// shared/corpus beside the checkout.
 std::filesystem::path CorpusDir();
 
 // A fresh empty folder, removed with the object.

@@ -1,7 +1,11 @@
 #include "BlockScanner.h"
+#include "ReferenceScanner.h"
 #include "RunTimeError.h"
 
+#include <bit>
 #include <gtest/gtest.h>
+#include <random>
+#include <tuple>
 
 using namespace backplot;
 
@@ -62,4 +66,99 @@ TEST(BlockScanner, ScanValueReadsDecimalAndImpliedDecimalForms)
         EXPECT_DOUBLE_EQ(BlockScanner(row.block).ScanValue(row.letter), row.value) << row.block;
     for (const char* bad : {"G1 X- Y1.", "X1 2", "X+ ", "X-Y"})
         EXPECT_THROW(BlockScanner(bad).ScanValue('X'), RunTimeError) << bad;
+}
+
+namespace {
+
+// Every answer a scanner gives about a block, written out: the letters' presence, number
+// texts, values (as bit patterns, so -0 differs from 0) and whole numbers, the G words, and
+// which questions raise.
+// Appends the answer, or what was raised, and a separator.
+template <typename Ask>
+void Attempt(std::string& out, Ask ask)
+{
+    try {
+        out += ask();
+    } catch (const RunTimeError& error) {
+        out += std::string("raises ") + error.what();
+    }
+    out += '|';
+}
+
+template <typename Scanner>
+std::string Answers(const Scanner& scanner)
+{
+    std::string out;
+    for (char letter = 'A'; letter <= 'Z'; ++letter) {
+        if (!scanner.Contains(letter))
+            continue;
+        out += letter;
+        out.append(scanner.NumberText(letter)).append("|");
+        Attempt(out, [&] { return std::to_string(std::bit_cast<std::uint64_t>(scanner.ScanValue(letter))); });
+        Attempt(out, [&] { return std::to_string(scanner.ScanLong(letter)); });
+    }
+    for (const auto& [code, alt] : {std::pair{"G90", ""}, {"G91", ""}, {"G00", "G0"}, {"G01", "G1"}, {"G02", "G2"},
+                                    {"G03", "G3"}})
+        Attempt(out, [&] { return std::to_string(scanner.GWordPos(code, alt)); });
+    return out;
+}
+
+// Blocks as programs hold them, and the characters that upset a scanner.
+constexpr std::string_view Seeds[] = {
+    "N10 G01 X1.5 Y-2.25 F200.", "G2X3.Y4.I1.J0", "G03 X-1. Y1. R-1.5 Z-.25", "T12 M06", "G90G91 G0 X0Y0",
+    "  X 1.5 Y2. ", "G1.5 X25 Y-5000", "M30", "G17 G21 G40 G49 G80 G90", "S1200 M03 T3.5", "G0 X1 2 Y+3 Z-",
+    "N5 G01 X1.0 (ROUGH, PASS 1)", "/G1 X1.", "G91 G02 X1. Y1. I.5 J.5 K-.1", "G001 G010 G1G2 G3X", "M300 M3 0",
+};
+constexpr std::string_view Alphabet = "GXYZIJKRSTFNPLBM0123456789012345678901234.-+  .(/',gx;\t\x7f";
+
+} // namespace
+
+TEST(BlockScanner, OnePassAnswersAsTheRepeatedSearchesDo)
+{
+    std::mt19937 random(18);
+    const auto pick = [&](std::string_view from) { return from[random() % from.size()]; };
+    std::vector<std::string> blocks(std::begin(Seeds), std::end(Seeds));
+    for (int i = 0; i < 20000; ++i) {
+        std::string block;
+        if (i % 2 == 0) {
+            for (std::size_t n = random() % 24; n > 0; --n)
+                block += pick(Alphabet);
+        } else {
+            block = Seeds[random() % std::size(Seeds)];
+            for (int edits = 1 + random() % 3; edits > 0; --edits) {
+                const std::size_t at = block.empty() ? 0 : random() % block.size();
+                switch (random() % 3) {
+                case 0: block.insert(at, 1, pick(Alphabet)); break;
+                case 1: block.erase(at, 1); break;
+                default: block.insert(at, block.substr(at, random() % 6)); break;
+                }
+            }
+        }
+        blocks.push_back(block);
+    }
+    // Positions past the 16-bit range raise, but only where a position is asked for.
+    blocks.push_back(std::string(32767, 'X') + "G1 Y1.");
+    blocks.push_back("G1" + std::string(40000, ' ') + "X2.");
+
+    for (const std::string& line : blocks) {
+        std::string cut = line;
+        ReferenceStripComment(cut);
+        BlockScanner fast;
+        ASSERT_EQ(fast.SetLine(line), cut.size()) << line;
+        ASSERT_EQ(Answers(fast), Answers(ReferenceScanner(cut))) << line;
+        EXPECT_EQ(fast.IsBlank(), cut.find_first_not_of(' ') == std::string::npos) << line;
+        EXPECT_EQ(fast.ContainsM30(), cut.find("M30") != std::string::npos) << line;
+        // The interpreter's yes/no question answers as the position does, raising alike.
+        const ReferenceScanner reference(cut);
+        for (const auto& [code, alt, codeName, altName] :
+             {std::tuple{G90, NoGWord, "G90", ""}, {G00, G0, "G00", "G0"}, {G01, G1, "G01", "G1"}}) {
+            std::string has, position;
+            Attempt(has, [&] { return fast.HasGWord(code, alt) ? "yes" : "no"; });
+            Attempt(position, [&] { return reference.GWordPos(codeName, altName) != 0 ? "yes" : "no"; });
+            EXPECT_EQ(has, position) << line << " / " << codeName;
+        }
+
+        fast.SetBlock(line); // a whole block: comment characters are no cut here
+        ASSERT_EQ(Answers(fast), Answers(ReferenceScanner(line))) << line;
+    }
 }
