@@ -4,6 +4,7 @@
 #include "RunTimeError.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace backplot {
 
@@ -34,26 +35,31 @@ Extents ExtentsPass(const std::string& path, EntityRecord& buffer)
     }
     box.RecordTotal = reader.RecordTotal();
 
-    try {
-        reader.Read(1, buffer);
-        box.MinX = box.MaxX = buffer.EndX;
-        box.MinY = box.MaxY = buffer.EndY;
-
-        for (std::int32_t n = 1; n <= box.RecordTotal; ++n) {
-            reader.Read(n, buffer);
-            if (buffer.MoveType == 2 || buffer.MoveType == 3) {
-                // Float arithmetic on purpose: the bounds are single-precision sums.
-                const float r = buffer.Radius;
-                box.MinX = std::min(box.MinX, buffer.CenterX - r);
-                box.MaxX = std::max(box.MaxX, buffer.CenterX + r);
-                box.MinY = std::min(box.MinY, buffer.CenterY - r);
-                box.MaxY = std::max(box.MaxY, buffer.CenterY + r);
-            }
-            Widen(box, buffer.EndX, buffer.EndY);
+    // Every record in one read; a record cut short by the end of the file is left out.
+    std::vector<std::uint8_t> bytes;
+    const std::int32_t whole = reader.ReadMany(1, box.RecordTotal, bytes);
+    const auto record = [&](std::int32_t n) {
+        return std::span<const std::uint8_t, EntityRecord::Size>(bytes.data() + (n - 1) * EntityRecord::Size,
+                                                                 EntityRecord::Size);
+    };
+    if (whole < 1)
+        return box;
+    EntityRecord r = DecodeRecord(record(1));
+    box.MinX = box.MaxX = r.EndX;
+    box.MinY = box.MaxY = r.EndY;
+    for (std::int32_t n = 1; n <= whole; ++n) {
+        r = DecodeRecord(record(n));
+        if (r.MoveType == 2 || r.MoveType == 3) {
+            // Float arithmetic on purpose: the bounds are single-precision sums.
+            const float radius = r.Radius;
+            box.MinX = std::min(box.MinX, r.CenterX - radius);
+            box.MaxX = std::max(box.MaxX, r.CenterX + radius);
+            box.MinY = std::min(box.MinY, r.CenterY - radius);
+            box.MaxY = std::max(box.MaxY, r.CenterY + radius);
         }
-    } catch (const RunTimeError&) {
-        // A record cut short by the end of the file: keep what the whole ones gave.
+        Widen(box, r.EndX, r.EndY);
     }
+    buffer = r;
     return box;
 }
 

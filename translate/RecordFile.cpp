@@ -2,6 +2,7 @@
 
 #include "RunTimeError.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cmath>
@@ -183,6 +184,28 @@ void RecordFileReader::Read(std::int32_t recordNumber, EntityRecord& record)
     }
     position_ = offset + RecordBytes;
     record = DecodeRecord(bytes);
+}
+
+} // namespace backplot
+
+namespace backplot {
+
+std::int32_t RecordFileReader::ReadMany(std::int32_t first, std::int32_t last, std::vector<std::uint8_t>& bytes)
+{
+    if (!file_)
+        throw RunTimeError("Bad file name or number");
+    bytes.clear();
+    const std::int64_t whole = length_ / RecordBytes;
+    if (first < 1 || first > whole || last < first)
+        return 0;
+    const std::int64_t count = std::min<std::int64_t>(last, whole) - first + 1;
+    bytes.resize(static_cast<std::size_t>(count * RecordBytes));
+    position_ = -1;
+    if (std::fseek(file_, (static_cast<long>(first) - 1) * RecordBytes, SEEK_SET) != 0)
+        return 0;
+    const std::size_t got = std::fread(bytes.data(), 1, bytes.size(), file_);
+    bytes.resize(got / RecordBytes * RecordBytes);
+    return static_cast<std::int32_t>(got / RecordBytes);
 }
 
 } // namespace backplot

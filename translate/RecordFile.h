@@ -83,6 +83,10 @@ public:
     // Reads record n (from 1). A record that is not whole in the file raises RunTimeError,
     // so a truncated file is read up to its last whole record.
     void Read(std::int32_t recordNumber, EntityRecord& record);
+    // Reads records first..last in one go into `bytes`, 128 bytes each, stopping at the
+    // last whole record of the file; gives how many it read (0 when none). The records
+    // are then decoded from memory (DecodeRecord) instead of read one at a time.
+    std::int32_t ReadMany(std::int32_t first, std::int32_t last, std::vector<std::uint8_t>& bytes);
 
 private:
     std::FILE* file_ = nullptr;

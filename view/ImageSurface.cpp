@@ -222,11 +222,12 @@ struct Walk {
     int dash, period;                         // position in the dash pattern
 };
 
-template <bool Invert, bool Dashed>
+// Inside: every pixel of the walk is known to lie in the picture.
+template <bool Invert, bool Dashed, bool Inside = false>
 void WalkSegment(Walk w, std::uint32_t value, const std::uint8_t* pattern)
 {
     for (std::int64_t i = 0; i < w.count; ++i) {
-        if ((!Dashed || pattern[w.dash]) && w.minor >= 0 && w.minor < w.minorSize) {
+        if ((!Dashed || pattern[w.dash]) && (Inside || (w.minor >= 0 && w.minor < w.minorSize))) {
             std::uint32_t& p = w.bits[w.index];
             p = Invert ? (~p | 0xFF000000u) : value;
         }
@@ -258,6 +259,44 @@ void ImageSurface::Segment(const Pen& pen, QPointF a, QPointF b, std::int64_t& p
     // Step i (0 <= i < n) moves one pixel along the longer axis; the other coordinate is
     // start + round(i * delta / n), halves rounded up.
     const bool xMajor = std::abs(dx) >= std::abs(dy);
+
+    // Most segments of a plot lie wholly inside the picture or wholly beyond one of its
+    // edges: the first are walked without clipping, the second leave nothing.
+    const std::int64_t x1 = x0 + dx, y1 = y0 + dy;
+    const bool xInside = x0 >= 0 && x0 < width_ && x1 >= 0 && x1 < width_;
+    const bool yInside = y0 >= 0 && y0 < height_ && y1 >= 0 && y1 < height_;
+    if (xInside && yInside) {
+        const std::int64_t minorDelta = xMajor ? dy : dx;
+        const std::int64_t minorSign = minorDelta >= 0 ? 1 : -1;
+        const std::int64_t majorSign = (xMajor ? dx : dy) > 0 ? 1 : -1;
+        Walk w;
+        w.bits = bits_;
+        w.index = y0 * stride_ + x0;
+        w.count = n;
+        w.majorStep = xMajor ? majorSign : majorSign * stride_;
+        w.minorStep = xMajor ? minorSign * stride_ : minorSign;
+        w.minor = 0;
+        w.minorSize = 1;
+        w.minorSign = 0;
+        w.error = minorDelta >= 0 ? n : n - 1; // the general walk's start at step 0
+        w.errorStep = 2 * std::abs(minorDelta);
+        w.errorWrap = 2 * n;
+        w.period = pen.period;
+        w.dash = pen.pattern ? static_cast<int>(phase % pen.period) : 0;
+        if (pen.invert)
+            pen.pattern ? WalkSegment<true, true, true>(w, pen.pixel, pen.pattern)
+                        : WalkSegment<true, false, true>(w, pen.pixel, pen.pattern);
+        else
+            pen.pattern ? WalkSegment<false, true, true>(w, pen.pixel, pen.pattern)
+                        : WalkSegment<false, false, true>(w, pen.pixel, pen.pattern);
+        phase += n;
+        return;
+    }
+    if ((x0 < 0 && x1 < 0) || (x0 >= width_ && x1 >= width_) || (y0 < 0 && y1 < 0) ||
+        (y0 >= height_ && y1 >= height_)) {
+        phase += n;
+        return;
+    }
     const std::int64_t major0 = xMajor ? x0 : y0, minor0 = xMajor ? y0 : x0;
     const std::int64_t majorDelta = xMajor ? dx : dy, minorDelta = xMajor ? dy : dx;
     const std::int64_t majorSize = xMajor ? width_ : height_;

@@ -120,16 +120,33 @@ void Plotter::GetRecords(DrawSurface& canvas)
         playback_.SlowResume = 1;
     }
 
-    // One record at a time.
+    // At full speed nothing can change the file during the pass, so its records are read
+    // in one go; slow motion lets events run between records and reads each when it comes.
+    std::int32_t inMemory = -1; // records read in one go, -1 when read one at a time
+    if (!playback_.SlowMode) {
+        try {
+            inMemory = reader.ReadMany(first, PlotLast, bulk_);
+        } catch (const RunTimeError&) {
+            return;
+        }
+    }
+
     for (std::int32_t n = first; n <= PlotLast; ++n) {
         PlotIndex = static_cast<std::int16_t>(n);
         playback_.SlowResume = PlotIndex;
         if (playback_.SlowPaused)
             return;
-        try {
-            reader.Read(n, record_);
-        } catch (const RunTimeError&) {
-            return; // what was drawn so far stays
+        if (inMemory >= 0) {
+            if (n - first >= inMemory)
+                return; // past the file's last whole record: what was drawn so far stays
+            record_ = DecodeRecord(std::span<const std::uint8_t, EntityRecord::Size>(
+                bulk_.data() + static_cast<std::size_t>(n - first) * EntityRecord::Size, EntityRecord::Size));
+        } else {
+            try {
+                reader.Read(n, record_);
+            } catch (const RunTimeError&) {
+                return; // what was drawn so far stays
+            }
         }
         ChooseColor(record_.ToolNum);
         if (playback_.SlowMode)

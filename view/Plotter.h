@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace backplot {
 
@@ -117,6 +118,7 @@ private:
     CAxis axis_;
     std::function<void()> slowMotionHook_;
     std::function<void(bool)> passEndedHook_;
+    std::vector<std::uint8_t> bulk_; // the records of a full-speed pass, read in one go
 };
 
 } // namespace backplot
