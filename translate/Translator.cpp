@@ -37,6 +37,31 @@ void ReplaceFirst(std::string& text, char from, char to)
         text[at] = to;
 }
 
+// Lets pending events run a few milliseconds apart: doing so costs more than a line, and
+// the window stays as responsive.
+class PumpEvery {
+public:
+    // The clock is read at every `stride`-th call.
+    PumpEvery(EventPump& events, unsigned stride) : events_(events), stride_(stride), last_(Clock::now()) {}
+    void operator()()
+    {
+        if (++calls_ % stride_ != 0)
+            return;
+        const auto now = Clock::now();
+        if (now - last_ >= std::chrono::milliseconds(5)) {
+            events_.ProcessEvents();
+            last_ = now;
+        }
+    }
+
+private:
+    using Clock = std::chrono::steady_clock;
+    EventPump& events_;
+    unsigned stride_;
+    Clock::time_point last_;
+    unsigned calls_ = 0;
+};
+
 struct FileCloser {
     void operator()(std::FILE* f) const { std::fclose(f); }
 };
@@ -140,7 +165,9 @@ bool Translator::NormaliseFile(const std::string& sourcePath, const std::string&
                 return std::fwrite(keptText_.data(), 1, keptText_.size(), temp.get()) == keptText_.size();
             };
             ok = true;
+            PumpEvery pump(events_, 1);
             for (;;) {
+                pump();
                 const std::size_t n = std::fread(in.get(), 1, Piece, source.get());
                 std::size_t m = 0;
                 for (std::size_t i = 0; i < n; ++i) {
@@ -269,19 +296,9 @@ void Translator::TranslateLines(LineSource& lines)
     // The line as it stands for the error box: whole until it is counted, then the block.
     std::string_view line;
     std::string_view lastBlock;
-    using Clock = std::chrono::steady_clock;
-    auto lastPump = Clock::now();
-    unsigned sincePump = 0;
+    PumpEvery pump(events_, 64);
     for (;;) {
-        // Letting events run costs more than a line; a few milliseconds apart is enough.
-        if (++sincePump >= 64) {
-            sincePump = 0;
-            const auto now = Clock::now();
-            if (now - lastPump >= std::chrono::milliseconds(5)) {
-                events_.ProcessEvents();
-                lastPump = now;
-            }
-        }
+        pump();
         try {
             line = {};
             if (!lines.Next(line))

@@ -154,6 +154,40 @@ TEST(SourceView, MarksExactlyOneLineAndScrollsItIntoView)
     EXPECT_EQ(MarkedLines(view), std::vector<int>{});
 }
 
+// A long program is read only when the pane is shown or its lines are asked for, a piece of
+// 1 MiB at a time: a character cut by a piece's end, a byte that is not UTF-8 found late,
+// and a NUL byte all come out as when the file is read whole.
+TEST(SourceView, LongTextIsReadWhenNeededAPieceAtATime)
+{
+    test::ScratchDir dir;
+    constexpr std::size_t Piece = 1 << 20;
+    std::string program = NumberedProgram(60000); // 1.26 MiB
+    program.insert(Piece - 1, "(\xC3\x98)");        // a two-byte character across the first cut
+    const std::string latin = program + "(\xD8)\r\n";
+    const std::string nul = program.substr(0, Piece + 100) + std::string(1, '\0') + "N9 G0 X9.\r\n";
+
+    SourceView view;
+    view.resize(400, 200);
+    auto* editor = view.findChild<QsciScintilla*>(QStringLiteral("Editor")); // without loading
+    const auto loaded = [&] { return static_cast<int>(editor->SendScintilla(QsciScintilla::SCI_GETLENGTH)); };
+    ASSERT_TRUE(view.LoadFile(QString::fromStdString(dir.Write("long.nc", program))));
+    EXPECT_EQ(loaded(), 0) << "nothing is read for a hidden pane";
+    ASSERT_TRUE(view.MarkLine(10));
+    EXPECT_EQ(loaded(), static_cast<int>(Piece)) << "the first piece holds line 10";
+    EXPECT_EQ(view.MarkedLine(), 10);
+
+    view.show(); // the rest comes while events run
+    for (int turns = 0; turns < 100 && loaded() < static_cast<int>(program.size()); ++turns)
+        QApplication::processEvents();
+    EXPECT_EQ(editor->text().toStdString(), program);
+    EXPECT_EQ(view.LineCount(), 60001);
+
+    ASSERT_TRUE(view.LoadFile(QString::fromStdString(dir.Write("latin.nc", latin))));
+    EXPECT_EQ(view.Editor()->text(), QString::fromLatin1(latin.data(), static_cast<qsizetype>(latin.size())));
+    ASSERT_TRUE(view.LoadFile(QString::fromStdString(dir.Write("nul.nc", nul))));
+    EXPECT_EQ(view.Editor()->text().toStdString(), nul.substr(0, Piece + 100));
+}
+
 TEST(SourceView, EditorShowsTheLexerStyles)
 {
     test::ScratchDir dir;
