@@ -165,10 +165,12 @@ std::size_t BlockScanner::Index(std::string_view text)
                 open = letter;
             }
             if (p[i] == 'G') {
+                // Its digits, when there are at most two of them (a third ends the loop
+                // with j three past them): no G word has more.
                 std::size_t j = i + 1;
                 while (j < n && j - i <= 3 && IsDigit(p[j]))
                     ++j;
-                if (j - i <= 3 && (j == n || !IsDigit(p[j])))
+                if (j - i <= 3)
                     gWords_ |= GWordOf(text.substr(i + 1, j - i - 1));
             } else if (p[i] == 'M' && i + 2 < n && p[i + 1] == '3' && p[i + 2] == '0') {
                 m30_ = true;

@@ -171,6 +171,7 @@ TEST(SourceView, LongTextIsReadWhenNeededAPieceAtATime)
     auto* editor = view.findChild<QsciScintilla*>(QStringLiteral("Editor")); // without loading
     const auto loaded = [&] { return static_cast<int>(editor->SendScintilla(QsciScintilla::SCI_GETLENGTH)); };
     ASSERT_TRUE(view.LoadFile(QString::fromStdString(dir.Write("long.nc", program))));
+    QApplication::processEvents();
     EXPECT_EQ(loaded(), 0) << "nothing is read for a hidden pane";
     ASSERT_TRUE(view.MarkLine(10));
     EXPECT_EQ(loaded(), static_cast<int>(Piece)) << "the first piece holds line 10";

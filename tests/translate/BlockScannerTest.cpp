@@ -64,6 +64,9 @@ TEST(BlockScanner, ScanValueReadsDecimalAndImpliedDecimalForms)
     };
     for (const auto& row : rows)
         EXPECT_DOUBLE_EQ(BlockScanner(row.block).ScanValue(row.letter), row.value) << row.block;
+    // Sixteen digits are one correctly rounded conversion, not digits and a power of ten
+    // rounded apart (which gives ...608 here).
+    EXPECT_EQ(BlockScanner("X95.74890682883607").ScanValue('X'), 95.74890682883607);
     for (const char* bad : {"G1 X- Y1.", "X1 2", "X+ ", "X-Y"})
         EXPECT_THROW(BlockScanner(bad).ScanValue('X'), RunTimeError) << bad;
 }
