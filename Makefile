@@ -3,7 +3,7 @@ BUILD ?= build
 JOBS ?= $(shell nproc)
 CMAKE_FLAGS ?=
 
-.PHONY: deps configure build run test bench sanitize clean
+.PHONY: deps configure build run test bench bench-table sanitize clean
 
 deps:
 	bash scripts/install-deps.sh
@@ -22,6 +22,9 @@ test: build
 
 bench: build
 	$(BUILD)/bench/backplot-bench
+
+bench-table: build
+	bash scripts/bench-table.sh $(BUILD)
 
 sanitize:
 	$(MAKE) test BUILD=build-asan CMAKE_FLAGS="-DBACKPLOT_SANITIZE=ON -DCMAKE_BUILD_TYPE=Debug -DBACKPLOT_BUILD_BENCH=OFF"

@@ -1,7 +1,8 @@
 // Drawing speed: the extents pass and the plot pass of the largest program the translator
 // accepts (32,767 lines) onto a full-HD picture, and the whole open command of the main
 // window from the dialog's answer to the finished picture. A plot pass should take under
-// 40 ms, an open under 150 ms, so that zooming feels immediate and opening barely waits.
+// 20 ms of CPU time, an open under 150 ms, so that zooming feels immediate and opening
+// barely waits.
 
 #include "BenchSupport.h"
 #include "ScratchSettings.h"

@@ -14,6 +14,8 @@ packages=(
   xvfb xauth xdotool x11-utils dbus at-spi2-core python3 python3-pyatspi
   # Exports read back by independent readers: DXF with ezdxf, PDF pages as pictures.
   python3-ezdxf poppler-utils
+  # The window's memory and event-loop gaps for the speed table (scripts/window-memory.py).
+  strace procps
 )
 
 missing=()

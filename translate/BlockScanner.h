@@ -27,16 +27,23 @@ enum GWord : std::uint16_t {
 // of their own (a G, its digits, then anything that is no digit: "G1" is not in "G17",
 // but is in "G1.5" and "G1X1."). Every question after that is answered from the index.
 //
-// The scanner keeps a view of the block, not a copy: the text must outlive its use.
 class BlockScanner {
 public:
     BlockScanner() = default;
     explicit BlockScanner(std::string_view block) { SetBlock(block); }
+    // The index refers to the text it was made from.
+    BlockScanner(const BlockScanner&) = delete;
+    BlockScanner& operator=(const BlockScanner&) = delete;
 
-    // Indexes the whole block.
-    void SetBlock(std::string_view block) { Index<false>(block); }
-    // Indexes a line up to its first comment start (StripComment's cut) and gives the
-    // length of the block left.
+    // Indexes a copy of the whole block.
+    void SetBlock(std::string_view block)
+    {
+        own_.assign(block);
+        Index<false>(own_);
+    }
+    // Indexes a line in place, up to its first comment start (StripComment's cut), and
+    // gives the length of the block left. No copy is made: the line must stay as it is
+    // while the scanner is asked about it.
     std::size_t SetLine(std::string_view line) { return Index<true>(line); }
 
     std::string_view Block() const { return block_; }
@@ -84,6 +91,7 @@ private:
     }
     void CheckGWordPosition(GWord code, GWord altCode) const;
 
+    std::string own_; // the copy SetBlock makes
     std::string_view block_;
     std::uint32_t seen_ = 0;      // letters present, bit 0 for A
     std::uint32_t dotted_ = 0;    // letters whose number text holds a point

@@ -158,6 +158,7 @@ bool Translator::NormaliseFile(const std::string& sourcePath, const std::string&
         File source(std::fopen(sourcePath.c_str(), "rb"));
         File temp(source ? std::fopen(tempPath.c_str(), "wb") : nullptr);
         if (source && temp) {
+            std::setvbuf(temp.get(), nullptr, _IONBF, 0); // each fwrite below is one write
             constexpr std::size_t Piece = 1 << 16;
             std::unique_ptr<char[]> in(new char[Piece]);
             std::unique_ptr<char[]> out(new char[2 * Piece]);
