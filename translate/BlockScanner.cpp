@@ -9,6 +9,9 @@ namespace backplot {
 
 namespace {
 
+using GWord = BlockScanner::GWord;
+using enum BlockScanner::GWord;
+
 // What each byte is to the scanner. Letters are only A-Z; the number characters are the
 // digits, the signs, the point and the blank.
 enum Class : std::uint8_t { Other, Letter, Digit, Blank, Point, Sign, Comment };

@@ -12,13 +12,6 @@ namespace backplot {
 // comma included): everything from it on is dropped.
 void StripComment(std::string& block);
 
-// The G words the interpreter asks about, one bit each.
-enum GWord : std::uint16_t {
-    NoGWord = 0,
-    G0 = 1 << 0, G00 = 1 << 1, G1 = 1 << 2, G01 = 1 << 3, G2 = 1 << 4, G02 = 1 << 5,
-    G3 = 1 << 6, G03 = 1 << 7, G90 = 1 << 8, G91 = 1 << 9,
-};
-
 // Reads address words out of one block, case-sensitively: only upper-case letters are
 // words, and only the first occurrence of a letter is ever read.
 //
@@ -29,6 +22,13 @@ enum GWord : std::uint16_t {
 //
 class BlockScanner {
 public:
+    // The G words the interpreter asks about, one bit each.
+    enum GWord : std::uint16_t {
+        NoGWord = 0,
+        G0 = 1 << 0, G00 = 1 << 1, G1 = 1 << 2, G01 = 1 << 3, G2 = 1 << 4, G02 = 1 << 5,
+        G3 = 1 << 6, G03 = 1 << 7, G90 = 1 << 8, G91 = 1 << 9,
+    };
+
     BlockScanner() = default;
     explicit BlockScanner(std::string_view block) { SetBlock(block); }
     // The index refers to the text it was made from.

@@ -373,6 +373,7 @@ void Translator::InterpretIndexed()
         scanner_.SetBlock(latheBlock_);
     }
     const BlockScanner& b = scanner_;
+    using enum BlockScanner::GWord;
 
     // Distance mode; G91 wins when both stand in one block.
     if (b.HasGWord(G90))

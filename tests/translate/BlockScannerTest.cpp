@@ -153,6 +153,7 @@ TEST(BlockScanner, OnePassAnswersAsTheRepeatedSearchesDo)
         EXPECT_EQ(fast.ContainsM30(), cut.find("M30") != std::string::npos) << line;
         // The interpreter's yes/no question answers as the position does, raising alike.
         const ReferenceScanner reference(cut);
+        using enum BlockScanner::GWord;
         for (const auto& [code, alt, codeName, altName] :
              {std::tuple{G90, NoGWord, "G90", ""}, {G00, G0, "G00", "G0"}, {G01, G1, "G01", "G1"}}) {
             std::string has, position;
