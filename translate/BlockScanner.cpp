@@ -143,6 +143,7 @@ std::size_t BlockScanner::Index(std::string_view text)
     seen_ = dotted_ = spaced_ = 0;
     gWords_ = 0;
     m30_ = false;
+    trimmedLength_ = SIZE_MAX;
 
     const char* p = text.data();
     const std::size_t n = text.size();
@@ -242,9 +243,11 @@ double BlockScanner::ScanValue(char letter) const
     const int index = letter - 'A';
     // A letter standing last (before trailing blanks) reads 0; the test compares the
     // position in the block with the trimmed length, as leading blanks shorten it.
-    const std::size_t first = block_.find_first_not_of(' ');
-    const std::size_t trimmedLength = first == std::string_view::npos ? 0 : block_.find_last_not_of(' ') - first + 1;
-    if (first_[index] + 2 > trimmedLength)
+    if (trimmedLength_ == SIZE_MAX) {
+        const std::size_t first = block_.find_first_not_of(' ');
+        trimmedLength_ = first == std::string_view::npos ? 0 : block_.find_last_not_of(' ') - first + 1;
+    }
+    if (first_[index] + 2 > trimmedLength_)
         return 0;
 
     const std::string_view text = NumberText(letter);

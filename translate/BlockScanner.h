@@ -98,6 +98,7 @@ private:
     std::uint32_t spaced_ = 0;    // letters whose number text holds a blank
     std::uint16_t gWords_ = 0;    // GWord bits
     bool m30_ = false;
+    mutable std::size_t trimmedLength_ = SIZE_MAX; // the block without leading and trailing blanks; SIZE_MAX until asked
     std::array<std::uint32_t, 26> first_{}; // position of each letter, valid where seen
     std::array<std::uint32_t, 26> end_{};   // end of its number text
 };
