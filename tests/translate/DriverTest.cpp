@@ -139,6 +139,26 @@ TEST(Driver, SixteenBitCountersReportEveryLineBeyond32767)
     EXPECT_EQ(fs::file_size(full.T.RecordFilePath()), 32767u * 128);
 }
 
+// Past the size kept in memory the normalised program is read back from its file a piece at a
+// time: lines across the pieces' seams, and one longer than a piece, come out whole.
+TEST(Driver, AProgramTooLongToKeepIsReadBackFromItsFile)
+{
+    Harness h;
+    std::string program;
+    const std::string comment = "(" + std::string(990, 'C') + ")\n";
+    int lines = 0;
+    while (program.size() <= Translator::KeptTextLimit + (1 << 20)) {
+        program.append("G0 X").append(std::to_string(++lines)).append(". ");
+        program.append(lines == 5000 ? "(" + std::string(3 << 19, 'L') + ")\n" : comment);
+    }
+    const auto records = h.Run(program);
+    EXPECT_EQ(h.S().LineCount, lines);
+    ASSERT_EQ(records.size(), static_cast<std::size_t>(lines));
+    for (int k = 1; k <= lines; ++k)
+        ASSERT_EQ(records[k - 1].EndX, static_cast<float>(k)) << "record " << k;
+    EXPECT_EQ(fs::file_size(h.Dir.Path() / TempFileName), program.size() + lines) << "CR LF line ends";
+}
+
 TEST(Driver, UnwritableDataFolderIsReportedNotFatal)
 {
     ScratchDir outside;
