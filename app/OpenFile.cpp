@@ -11,8 +11,10 @@
 #include <QFileInfo>
 #include <QLabel>
 
-// The open pipeline of the main window: from the open dialog (or a recent file, or the
-// command line) to the drawn program.
+// The open pipeline of the main window, from the chosen file to the drawn program, and
+// its three ways in: the Open command, a recent-files entry, and a path handed to the
+// window (the program named at start). The pipeline says what it came to; each way in
+// acts on that.
 
 namespace backplot {
 
@@ -22,7 +24,7 @@ constexpr const char* MessageTitle = "Corvane Backplot";
 
 } // namespace
 
-void frmBackplot::ShowOpenDialog()
+std::optional<std::string> frmBackplot::ShowOpenDialog()
 {
     const std::string& ext = settings_.FileExt;
     const std::optional<std::string> chosen = dialogs_->OpenFileName("Open File", settings_.WorkDir, ext + " ", " " + ext);
@@ -36,86 +38,107 @@ void frmBackplot::ShowOpenDialog()
         state.AbortTranslation = true;
     }
     events_.ProcessEvents();
+    return chosen;
 }
 
-void frmBackplot::OpenFile()
+OpenOutcome frmBackplot::OpenFile(const OpenRequest& request)
 {
     Translator& t = *translator_;
     TranslationState& state = t.State();
-    struct ClearReopen {
-        bool& flag;
-        ~ClearReopen() { flag = false; }
-    } clearReopen{reopenFlag_};
+    OpenOutcome outcome = OpenOutcome::Failed;
 
     try {
-        // Choose the file; a cancelled dialog only redraws what is there.
+        // 1. Choose the file: the caller's, or the dialog's after the old name and
+        // comment are gone.
         state.AbortTranslation = false;
-        if (!reopenFlag_) {
+        std::string path;
+        if (request.path) {
+            path = *request.path;
+            fileName_ = path;
+        } else {
             lblComment_->clear();
             fileName_.clear();
-            ShowOpenDialog();
-        }
-        if (fileName_.empty()) {
-            mnuRedraw_Click();
-            return;
+            path = ShowOpenDialog().value_or(std::string{});
         }
 
-        // An empty file leaves everything as it was.
-        const QFileInfo info(QString::fromStdString(fileName_));
+        // 2. No file: only what is there is drawn again.
+        if (path.empty()) {
+            mnuRedraw_Click();
+            return OpenOutcome::Cancelled;
+        }
+
+        // 3. An empty file leaves everything as it was.
+        const QFileInfo info(QString::fromStdString(path));
         if (!info.isFile())
             throw RunTimeError("File not found");
         if (info.size() == 0) {
-            dialogs_->Message(fileName_ + " is an empty file", MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
-            return;
+            dialogs_->Message(path + " is an empty file", MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
+            return OpenOutcome::EmptyFile;
         }
 
-        // Per-program state; the source view shows the new program, the step
+        // 4. Per-program state; the source view shows the new program, the step
         // listing of the old one goes.
         t.ResetForNewProgram();
-        picEditor_->LoadFile(QString::fromStdString(fileName_));
+        picEditor_->LoadFile(QString::fromStdString(path));
         Editor1_->Clear();
         Editor1_->hide();
 
-        // Status and a clean canvas.
+        // 5. Status and a clean canvas.
         status_->ShowBoth();
-        lblComment_->setText(QStringLiteral(" Opening file ") + QString::fromStdString(fileName_));
+        lblComment_->setText(QStringLiteral(" Opening file ") + QString::fromStdString(path));
         dialogs_->SetPointer(MousePointer::Hourglass);
         picCanvas_->ClearPicture();
 
-        // Normalise and translate.
+        // 6. Normalise and translate.
         events_.ProcessEvents();
-        t.NormaliseFile(fileName_, TempFileName);
+        t.NormaliseFile(path, TempFileName);
         events_.ProcessEvents();
         const EntityRecord& at = t.Record();
         lblCode_->setText(QStringLiteral(" Translating file."));
         lblXPos_->setText(QStringLiteral(" X ") + QString::fromStdString(FormatMask5(at.EndX)));
         lblYPos_->setText(QStringLiteral(" Y ") + QString::fromStdString(FormatMask5(-at.EndY)));
         t.TranslateProgram();
+        const bool stoppedEarly = t.StoppedEarly();
 
-        // Extents, fitted with a margin: the same view as Zoom Extents.
+        // 7. Extents, fitted with a margin: the same view as Zoom Extents.
         DrawSurface& canvas = picSurface();
         plotter_->ExtentsWithMargin(canvas);
 
-        // Draw every record.
+        // 8. Draw every record.
         lblCode_->setText(QStringLiteral(" Drawing file."));
         events_.ProcessEvents();
         plotter_->GetRecords(canvas);
 
-        // A program is loaded.
+        // 9. A program is loaded.
         programLoaded_ = true;
         commands_->mnuDetails->setEnabled(false);
-        lblCode_->setText(QStringLiteral(" ") + dialogFileTitle_);
+        lblCode_->setText(QStringLiteral(" ") + info.fileName());
         SetControls(true);
-        if (!reopenFlag_) {
-            recentFiles_.AddRecentFile(fileName_);
+
+        // 10. A file from the dialog (or handed in as if from it) goes to the top of the
+        // recent files.
+        if (request.listAsRecent) {
+            recentFiles_.AddRecentFile(path);
             RefreshRecentMenu();
         }
+        outcome = stoppedEarly ? OpenOutcome::Aborted : OpenOutcome::Opened;
     } catch (const std::exception&) {
         dialogs_->Message("An error as occurred while prossessing the file ", MessageTitle, MsgIcon::Critical,
                           MsgButtons::Ok);
         SetControls(programLoaded_);
+        outcome = OpenOutcome::Failed;
     }
     dialogs_->SetPointer(MousePointer::Default);
+    return outcome;
+}
+
+void frmBackplot::StartPlaybackFromFirstRecord()
+{
+    // Slow motion resumes from SlowResume, so it goes back to 1. Single step keeps its
+    // element in PlotLast, which the extents pass has set to the record total so that a
+    // redraw shows the whole program; its first step starts from record 1 by itself.
+    playback_.SlowResume = 1;
+    plotter_->PlotIndex = 1;
 }
 
 void frmBackplot::mnuFileOpen_Click()
@@ -123,41 +146,36 @@ void frmBackplot::mnuFileOpen_Click()
     if (fileOperation_)
         return;
     SetFileOperation(true);
-    OpenFile();
+    const OpenOutcome outcome = OpenFile();
     SetFileOperation(false);
-    if (!translator_->State().AbortTranslation) {
-        // The stepping commands start again from the first record: slow motion resumes
-        // from SlowResume, so it goes back to 1. Single step keeps its element in
-        // PlotLast, which the extents pass has set to the record total so that a redraw
-        // shows the whole program; its first step starts from record 1 by itself.
-        playback_.SlowResume = 1;
-        plotter_->PlotIndex = 1;
+    // Whatever came of a file the user chose, a refused or failing one too, the
+    // stepping commands start again and the menus are given back; a cancelled dialog
+    // changes nothing. The dialog's abort flag goes down either way.
+    if (outcome != OpenOutcome::Cancelled) {
+        StartPlaybackFromFirstRecord();
         SetMenus(true);
     }
     translator_->State().AbortTranslation = false;
 }
 
-void frmBackplot::OpenFileAtStart(const std::string& path)
+OpenOutcome frmBackplot::OpenPath(const std::string& path)
 {
     if (fileOperation_)
-        return;
-    // What the open dialog would have left behind; the reopen flag then skips the dialog,
-    // and with it the recent-files update, which follows here once the program is drawn.
+        return OpenOutcome::Busy;
+    // What the open dialog would have left behind.
     dialogFileName_ = QString::fromStdString(path);
     dialogFileTitle_ = QFileInfo(dialogFileName_).fileName();
-    fileName_ = path;
-    reopenFlag_ = true;
     SetFileOperation(true);
-    OpenFile();
+    const OpenOutcome outcome = OpenFile({.path = path});
     SetFileOperation(false);
-    if (programLoaded_) {
-        recentFiles_.AddRecentFile(path);
-        RefreshRecentMenu();
-        playback_.SlowResume = 1;
-        plotter_->PlotIndex = 1;
+    // Only a drawn program gives the menus: a file refused in a window that shows nothing
+    // yet leaves nothing on that needs a program.
+    if (Drawn(outcome)) {
+        StartPlaybackFromFirstRecord();
         SetMenus(true);
     }
     translator_->State().AbortTranslation = false;
+    return outcome;
 }
 
 void frmBackplot::mnuRecentFile_Click(int index)
@@ -166,11 +184,13 @@ void frmBackplot::mnuRecentFile_Click(int index)
         return;
     try {
         SetFileOperation(true);
-        reopenFlag_ = true;
-        fileName_ = commands_->mnuRecentFile[static_cast<std::size_t>(index)]->data().toString().toStdString();
-        OpenFile();
+        const std::string path =
+            commands_->mnuRecentFile[static_cast<std::size_t>(index)]->data().toString().toStdString();
+        OpenFile({.path = path, .listAsRecent = false});
         SetFileOperation(false);
-        lblCode_->setText(QStringLiteral("  ") + QString::fromStdString(fileName_));
+        // Whatever the open came to, the entry names its file and gives the menus back;
+        // a failing open has said why.
+        lblCode_->setText(QStringLiteral("  ") + QString::fromStdString(path));
         events_.ProcessEvents();
         SetMenus(true);
     } catch (const std::exception&) {

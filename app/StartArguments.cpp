@@ -118,7 +118,7 @@ void StartArguments::OpenWhenShown(frmBackplot& window) const
             target->dialogs().Message(MissingMessage(path), "Corvane Backplot", MsgIcon::Critical, MsgButtons::Ok);
             return;
         }
-        target->OpenFileAtStart(path.toStdString());
+        target->OpenPath(path.toStdString());
     });
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CommandSurface.h"
+#include "OpenOutcome.h"
 #include "PlaybackState.h"
 #include "Plotter.h"
 #include "QtEventPump.h"
@@ -86,15 +87,19 @@ public:
     QAction* button(const QString& key) const { return commands_->Button(key); }
 
     // ---- Public operations ----
-    // Takes a program from the open dialog (or, with the reopen flag set, from FileName)
-    // to its picture: normalise, translate, extents, plot, status texts, controls and the
-    // recent-files list.
-    void OpenFile();
-    void ShowOpenDialog();
-    // Opens `path` (a full path) as if it had been chosen in the open dialog, without
-    // showing the dialog: the program file named on the command line. Once drawn, it goes
-    // to the top of the recent files and the menus for a loaded program are enabled.
-    void OpenFileAtStart(const std::string& path);
+    // The open pipeline: takes the requested program, or the one the open dialog gives, to
+    // its picture: normalise, translate, extents, plot, status texts, controls and, unless
+    // the request says otherwise, the recent-files list. The dialog's cancel leaves the
+    // translation's abort flag up, as the Open command expects. The menus and the stepping
+    // commands are left to the caller, which acts on the outcome.
+    OpenOutcome OpenFile(const OpenRequest& request = {});
+    // The open dialog; the chosen path, also put in FileName and the dialog's name and title.
+    std::optional<std::string> ShowOpenDialog();
+    // Opens `path` (a full path) as File > Open does with that file chosen in its dialog:
+    // to the top of the recent files, the stepping commands from record 1, the menus on,
+    // except that a file refused or failing leaves the menus as they were. Busy, and
+    // nothing done, while another open runs. The program named at start comes this way.
+    OpenOutcome OpenPath(const std::string& path);
     void ReDraw() { mnuRedraw_Click(); }
     void SetCoords();
     void GetRecords();
@@ -169,6 +174,8 @@ private:
     void ShowToggles();
     // While an open runs, the menus and the toolbar wait.
     void SetFileOperation(bool running);
+    // After an open: single step and slow motion start from the first record.
+    void StartPlaybackFromFirstRecord();
 
     // ---- Owned state ----
     std::unique_ptr<UserDialogs> ownDialogs_;
@@ -187,7 +194,6 @@ private:
     std::string fileName_;
     QString dialogFileName_;
     QString dialogFileTitle_;
-    bool reopenFlag_ = false;     // OpenFile runs for the recent-files list: no dialog, no list update
     bool fileOperation_ = false;  // an open is in progress
     SettingsStore settingsStore_;
     RecentFiles recentFiles_;

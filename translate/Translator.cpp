@@ -235,6 +235,7 @@ bool Translator::ReportLineError()
 void Translator::TranslateProgram()
 {
     TranslationState& s = state_;
+    stoppedEarly_ = true; // until the loop reaches the end or "M30"
 
     // Reset the driver's counters, the record buffer and the positions.
     s.CommentCharCount = 4;
@@ -287,6 +288,7 @@ void Translator::TranslateProgram()
     try {
         records_.Finish();
     } catch (const RunTimeError&) {
+        stoppedEarly_ = true;
         ReportLineError();
     }
 }
@@ -302,8 +304,10 @@ void Translator::TranslateLines(LineSource& lines)
         pump();
         try {
             line = {};
-            if (!lines.Next(line))
+            if (!lines.Next(line)) {
+                stoppedEarly_ = false;
                 break;
+            }
             // One pass finds the comment cut and indexes the block before it. A comment
             // start is no blank, so a line cut short is never blank.
             const std::size_t cut = scanner_.SetLine(line);
@@ -327,6 +331,7 @@ void Translator::TranslateLines(LineSource& lines)
                 break;
             }
             if (m30) {
+                stoppedEarly_ = false;
                 playback_.StepMode = false;
                 break;
             }

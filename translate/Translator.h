@@ -61,6 +61,12 @@ public:
     // CollectDxf is set.
     void WriteEntity(std::int16_t moveType);
 
+    // The last TranslateProgram ended before the program's end and its "M30": its files
+    // could not be opened, the program did not fit the machine type, the user chose Cancel
+    // in the error box, or its records could not be written. The records translated
+    // before the stop are in the record file, as far as it could be written.
+    bool StoppedEarly() const { return stoppedEarly_; }
+
 private:
     // InterpretBlock on the block the scanner has just indexed.
     void InterpretIndexed();
@@ -79,6 +85,7 @@ private:
     EntityRecord record_;
     ToolColorTable toolColors_;
     DxfCollection dxf_;
+    bool stoppedEarly_ = false;
     BlockScanner scanner_;
     std::string latheBlock_; // the block with its lathe letters rewritten
     RecordFileRewriter records_;

@@ -135,7 +135,7 @@ TEST_F(OpenFile, CancelledEmptyOrMissingFileKeepsTheProgramAndItsPicture)
     // Opened directly with the menus on: only Step Details is switched off.
     window->SetMenus(true);
     dialogs.OpenAnswers.push_back(path);
-    window->OpenFile();
+    EXPECT_EQ(window->OpenFile(), OpenOutcome::Opened);
     EXPECT_FALSE(Action("mnuDetails")->isEnabled());
     EXPECT_TRUE(Action("mnuStep")->isEnabled() && Action("mnuRedraw")->isEnabled());
     const QImage picture = Picture();
@@ -146,7 +146,7 @@ TEST_F(OpenFile, CancelledEmptyOrMissingFileKeepsTheProgramAndItsPicture)
     // OpenFile on its own leaves the abort flag up, empties the file name and comment
     // before asking, and draws the picture again as it was.
     dialogs.OpenAnswers.push_back(std::nullopt);
-    window->OpenFile();
+    EXPECT_EQ(window->OpenFile(), OpenOutcome::Cancelled);
     EXPECT_TRUE(window->translator().State().AbortTranslation);
     EXPECT_EQ(Picture(), picture);
     EXPECT_TRUE(window->FileName().empty());
@@ -180,6 +180,53 @@ TEST_F(OpenFile, CancelledEmptyOrMissingFileKeepsTheProgramAndItsPicture)
     EXPECT_EQ(window->lblCode()->text(), "  " + QString::fromStdString(missing));
     EXPECT_TRUE(Button("Refresh")->isEnabled() && Action("mnuRedraw")->isEnabled());
     EXPECT_EQ(dialogs.Pointers.back(), MousePointer::Default);
+}
+
+// A path handed to the window opens as from the dialog and says what came of it; the
+// menus follow a drawn program only.
+TEST_F(OpenFile, PathSaysWhatCameOfIt)
+{
+    const std::string empty = programs.Write("empty.nc", "");
+    const std::string missing = programs.Folder() + "gone.nc";
+    // On a lathe the Y word of the third block stops the translation after two records.
+    const std::string mill = programs.Write("mill.nc", "G0 X20. Z2.\r\nG1 Z-5.\r\nG1 Y5.\r\nG1 X30.\r\n");
+    const std::string part = programs.Write("part.nc", Part);
+    Store("Mill", "0");
+    StartShown();
+
+    EXPECT_EQ(window->OpenPath(empty), OpenOutcome::EmptyFile);
+    EXPECT_EQ(window->OpenPath(missing), OpenOutcome::Failed);
+    EXPECT_EQ(dialogs.Messages, (std::vector<test::ScriptedDialogs::ShownMessage>{
+                                    Error(empty + " is an empty file")[0],
+                                    Error("An error as occurred while prossessing the file ")[0]}));
+    EXPECT_FALSE(window->programLoaded() || Action("mnuStep")->isEnabled() || Button("Step")->isEnabled());
+    EXPECT_EQ(StoredRecent()[0], "Not Used");
+
+    dialogs.Messages.clear();
+    window->playback().SlowResume = 7;
+    EXPECT_EQ(window->OpenPath(mill), OpenOutcome::Aborted);
+    ASSERT_EQ(dialogs.Messages.size(), 1u);
+    EXPECT_EQ(dialogs.Messages[0].Title, "Backplot Error");
+    EXPECT_EQ(window->plotter().RecordTotal, 2);
+    EXPECT_TRUE(window->programLoaded() && Action("mnuStep")->isEnabled() && Button("Step")->isEnabled());
+    EXPECT_EQ(window->playback().SlowResume, 1);
+    EXPECT_EQ(window->DialogFileTitle(), "mill.nc");
+    EXPECT_EQ(window->lblCode()->text(), " mill.nc");
+    EXPECT_EQ(StoredRecent()[0], mill);
+    EXPECT_FALSE(window->translator().State().AbortTranslation);
+
+    // While one open runs, another is turned away untouched.
+    window->translator().State().Mill = true;
+    std::vector<OpenOutcome> during;
+    dialogs.OnPointer = [&](MousePointer pointer) {
+        if (pointer == MousePointer::Hourglass && during.empty())
+            during.push_back(window->OpenPath(empty));
+    };
+    EXPECT_EQ(window->OpenPath(part), OpenOutcome::Opened);
+    EXPECT_EQ(during, std::vector{OpenOutcome::Busy});
+    EXPECT_EQ(window->FileName(), part);
+    EXPECT_EQ(window->plotter().RecordTotal, 4);
+    EXPECT_EQ(StoredRecent(), (std::vector<std::string>{part, mill, "Not Used", "Not Used"}));
 }
 
 } // namespace

@@ -75,14 +75,21 @@ TEST(Driver, StopsAtM30OrACancelledError)
     using Moves = std::vector<std::pair<float, float>>; // StartX, EndX of each record
     const std::string bad = "G1 X1.\n\nG1 X- (BAD)\nG1 X3.\n";
     const Box box{ErrorLead + "2\r\n\r\nG1 X- ", "Corvane Backplot", MsgIcon::Exclamation, MsgButtons::OkCancel};
-    // Only a stop at M30 ends single stepping.
-    const struct { const char* name; std::string program; MsgAnswer answer; Moves moves; bool stepping; } rows[] = {
-        {"the M300 block itself is interpreted", "G0 X1.\nM300\nG0 X2.\n", MsgAnswer::Ok, {{0, 1}, {1, 1}}, false},
-        {"M30 after other words", "G1 X1.\nG1 X2. M30\nG1 X3.\n", MsgAnswer::Ok, {{0, 1}, {1, 2}}, false},
-        {"M30 alone in linear mode", "G1 X1.\nM30\nG1 X3.\n", MsgAnswer::Ok, {{0, 1}}, false},
-        {"M30 in a comment is no block", "G0 X1. (M30)\nG0 X2.\n", MsgAnswer::Ok, {{0, 1}, {1, 2}}, true},
-        {"OK goes on; the failing block moved nothing", bad, MsgAnswer::Ok, {{0, 1}, {1, 3}}, true},
-        {"Cancel stops", bad, MsgAnswer::Cancel, {{0, 1}}, true},
+    // Only a stop at M30 ends single stepping; only a Cancel is a stop before the end.
+    const struct {
+        const char* name;
+        std::string program;
+        MsgAnswer answer;
+        Moves moves;
+        bool stepping, early;
+    } rows[] = {
+        {"the M300 block itself is interpreted", "G0 X1.\nM300\nG0 X2.\n", MsgAnswer::Ok, {{0, 1}, {1, 1}}, false,
+         false},
+        {"M30 after other words", "G1 X1.\nG1 X2. M30\nG1 X3.\n", MsgAnswer::Ok, {{0, 1}, {1, 2}}, false, false},
+        {"M30 alone in linear mode", "G1 X1.\nM30\nG1 X3.\n", MsgAnswer::Ok, {{0, 1}}, false, false},
+        {"M30 in a comment is no block", "G0 X1. (M30)\nG0 X2.\n", MsgAnswer::Ok, {{0, 1}, {1, 2}}, true, false},
+        {"OK goes on; the failing block moved nothing", bad, MsgAnswer::Ok, {{0, 1}, {1, 3}}, true, false},
+        {"Cancel stops", bad, MsgAnswer::Cancel, {{0, 1}}, true, true},
     };
     for (const auto& row : rows) {
         Harness h;
@@ -93,6 +100,7 @@ TEST(Driver, StopsAtM30OrACancelledError)
             moves.emplace_back(r.StartX, r.EndX);
         EXPECT_EQ(moves, row.moves) << row.name;
         EXPECT_EQ(h.Playback.StepMode, row.stepping) << row.name;
+        EXPECT_EQ(h.T.StoppedEarly(), row.early) << row.name;
         EXPECT_EQ(h.Dialogs.Messages, row.program == bad ? std::vector<Box>{box} : std::vector<Box>{}) << row.name;
     }
 }

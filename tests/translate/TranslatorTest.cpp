@@ -170,6 +170,7 @@ TEST(Translator, LatheMeetingYWarnsAndStops)
     EXPECT_EQ(records.size(), 2u) << "records before the Y block stay";
     EXPECT_EQ(h.S().LineCount, 3) << "nothing after the Y block is read";
     EXPECT_FALSE(h.S().AbortTranslation);
+    EXPECT_TRUE(h.T.StoppedEarly());
 }
 
 TEST(Translator, DxfCollectionInsteadOfRecords)
