@@ -12,43 +12,39 @@ namespace backplot {
 
 namespace {
 
-// Toolbar buttons in order; an empty key is a separator.
+// The toolbar, one row per button in toolbar order.
 struct ToolbarButton {
-    const char* key;
+    ToolbarKey key;
     const char* toolTip;
     const char* caption;
+    bool gapBefore; // a separator stands before the button
 };
 constexpr ToolbarButton ToolbarButtons[] = {
-    {"Exit", "Exit Program", "Exit"},
-    {"", "", ""},
-    {"Open", "Open File to Plot", "Open"},
-    {"", "", ""},
-    {"Clear", "Clear Screen", "Clear"},
-    {"", "", ""},
-    {"Print", "Print", "Print"},
-    {"Preview", "Print Preview", "Preview"},
-    {"", "", ""},
-    {"Pan", "Pan", "Pan"},
-    {"ZoomExtends", "Zoom Extends", "Extends"},
-    {"ZWindow", "Zoom Window", "Window"},
-    {"ZIn", "Zoom In", "Z In"},
-    {"ZOut", "Zoom Out", "Z Out"},
-    {"Refresh", "Refresh Plot", "Refresh"},
-    {"", "", ""},
-    {"Step", "Single Block Step", "Step"},
-    {"Slow", "Slow Motion Block Step", "Slow"},
-    {"Pause", "Pause", "Pause"},
-    {"Stop", "Stop", "Pause"},
-    {"", "", ""},
-    {"GCode", "Show GCode", "GCode"},
-    {"", "", ""},
-    {"Rapid", "Toggle Rapid Lines", "Rapid"},
-    {"Axis", "Toggle Axis Lines", "Axis"},
-    {"", "", ""},
-    {"Properties", "BackPlot Properties", "Properties"},
-    {"", "", ""},
-    {"ToolColors", "Toogle Tool Change Colors", "Tool Colors"},
+    {ToolbarKey::Exit, "Exit Program", "Exit", false},
+    {ToolbarKey::Open, "Open File to Plot", "Open", true},
+    {ToolbarKey::Clear, "Clear Screen", "Clear", true},
+    {ToolbarKey::Print, "Print", "Print", true},
+    {ToolbarKey::Preview, "Print Preview", "Preview", false},
+    {ToolbarKey::Pan, "Pan", "Pan", true},
+    {ToolbarKey::ZoomExtends, "Zoom Extends", "Extends", false},
+    {ToolbarKey::ZWindow, "Zoom Window", "Window", false},
+    {ToolbarKey::ZIn, "Zoom In", "Z In", false},
+    {ToolbarKey::ZOut, "Zoom Out", "Z Out", false},
+    {ToolbarKey::Refresh, "Refresh Plot", "Refresh", false},
+    {ToolbarKey::Step, "Single Block Step", "Step", true},
+    {ToolbarKey::Slow, "Slow Motion Block Step", "Slow", false},
+    {ToolbarKey::Pause, "Pause", "Pause", false},
+    {ToolbarKey::Stop, "Stop", "Pause", false},
+    {ToolbarKey::GCode, "Show GCode", "GCode", true},
+    {ToolbarKey::Rapid, "Toggle Rapid Lines", "Rapid", true},
+    {ToolbarKey::Axis, "Toggle Axis Lines", "Axis", false},
+    {ToolbarKey::Properties, "BackPlot Properties", "Properties", true},
+    {ToolbarKey::ToolColors, "Toogle Tool Change Colors", "Tool Colors", true},
 };
+static_assert(EveryToolbarKeyInOrder(ToolbarButtons), "one row per toolbar key, in toolbar order");
+
+// The buttons that show a setting as pressed.
+constexpr ToolbarKey Toggles[] = {ToolbarKey::Rapid, ToolbarKey::Axis, ToolbarKey::ToolColors};
 
 // Menu captions with an ampersand in a path must show it, not take it as an access key.
 QString MenuCaption(const QString& path)
@@ -226,40 +222,37 @@ void CommandSurface::createToolBar()
     cToolbar1->toggleViewAction()->setEnabled(false);
 
     for (const ToolbarButton& entry : ToolbarButtons) {
-        const QString key = QString::fromLatin1(entry.key);
-        if (key.isEmpty()) {
+        if (entry.gapBefore)
             cToolbar1->addSeparator();
-            continue;
-        }
-        auto* action = new QAction(Icons::ToolbarIcon(key), QString::fromLatin1(entry.caption), window_);
-        action->setObjectName(key);
+        auto* action = new QAction(Icons::ToolbarIcon(entry.key), QString::fromLatin1(entry.caption), window_);
+        action->setObjectName(QString::fromLatin1(NameOf(entry.key)));
         action->setToolTip(QString::fromLatin1(entry.toolTip));
         cToolbar1->addAction(action);
         // Announced by its tool tip: two buttons share the caption "Pause".
         if (QWidget* button = cToolbar1->widgetForAction(action))
             button->setAccessibleName(action->toolTip());
-        buttons_.insert(key, action);
+        buttons_[IndexOf(entry.key)] = action;
     }
     // The three toggles show their setting as a pressed button; the command, not the
     // button, decides the state.
-    for (const char* key : {"Rapid", "Axis", "ToolColors"})
-        buttons_.value(QString::fromLatin1(key))->setCheckable(true);
+    for (ToolbarKey key : Toggles)
+        Button(key)->setCheckable(true);
 }
 
-void CommandSurface::SetButtons(std::initializer_list<const char*> keys, bool enabled)
+void CommandSurface::SetButtons(std::initializer_list<ToolbarKey> keys, bool enabled)
 {
-    for (const char* key : keys)
-        if (QAction* button = buttons_.value(QString::fromLatin1(key)))
-            button->setEnabled(enabled);
+    for (ToolbarKey key : keys)
+        Button(key)->setEnabled(enabled);
 }
 
 void CommandSurface::SetControls(bool value)
 {
-    SetButtons({"Clear", "Print", "Preview", "Pan", "ZoomExtends", "ZWindow", "ZIn", "ZOut", "Refresh", "Step", "Slow",
-                "GCode", "Rapid", "Axis", "ToolColors"},
+    using K = ToolbarKey;
+    SetButtons({K::Clear, K::Print, K::Preview, K::Pan, K::ZoomExtends, K::ZWindow, K::ZIn, K::ZOut, K::Refresh,
+                K::Step, K::Slow, K::GCode, K::Rapid, K::Axis, K::ToolColors},
                value);
     // Pause and Stop only make sense while stepping or in slow motion, which enable them.
-    SetButtons({"Pause", "Stop"}, false);
+    SetButtons({K::Pause, K::Stop}, false);
 }
 
 void CommandSurface::SetMenus(bool value)
@@ -292,9 +285,9 @@ void CommandSurface::ShowCaptions(bool show)
 
 void CommandSurface::ShowToggles(bool rapid, bool axis, bool toolColors)
 {
-    buttons_.value(QStringLiteral("Rapid"))->setChecked(rapid);
-    buttons_.value(QStringLiteral("Axis"))->setChecked(axis);
-    buttons_.value(QStringLiteral("ToolColors"))->setChecked(toolColors);
+    Button(ToolbarKey::Rapid)->setChecked(rapid);
+    Button(ToolbarKey::Axis)->setChecked(axis);
+    Button(ToolbarKey::ToolColors)->setChecked(toolColors);
 }
 
 } // namespace backplot

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "RecentFiles.h"
+#include "ToolbarKey.h"
 
-#include <QHash>
 #include <QObject>
 #include <QString>
 #include <array>
@@ -16,9 +16,9 @@ class QToolBar;
 namespace backplot {
 
 // The menu bar and the toolbar of the main window: every menu item and toolbar button as
-// a QAction named as the item ("mnuZIn") or the button key ("ZIn"), hidden items
-// included, and the enabling rules that switch them. Building them connects nothing: the
-// window wires each action to its command.
+// a QAction named as the item ("mnuZIn") or the button's key (NameOf(ToolbarKey::ZIn),
+// "ZIn"), hidden items included, and the enabling rules that switch them. Building them
+// connects nothing: the window wires each action to its command.
 //
 // Checkable menu items (Auto Redraw On/Off, Single Block Step, Slow Motion, View GCode
 // Source, Show Toolbar Captions) do not flip their own mark: their commands own it, so a menu click and a
@@ -29,10 +29,10 @@ public:
     // Builds the menus into `window`'s menu bar and the toolbar `cToolbar1` into the window.
     explicit CommandSurface(QMainWindow* window);
 
-    // The toolbar button of a key ("Exit", "Open", ...); null for an unknown key.
-    QAction* Button(const QString& key) const { return buttons_.value(key); }
+    // The toolbar button of a key.
+    QAction* Button(ToolbarKey key) const { return buttons_[IndexOf(key)]; }
     // The buttons of the given keys enabled or not.
-    void SetButtons(std::initializer_list<const char*> keys, bool enabled);
+    void SetButtons(std::initializer_list<ToolbarKey> keys, bool enabled);
 
     // Toolbar: "Clear", "Print", "Preview", "Pan", "ZoomExtends", "ZWindow", "ZIn", "ZOut",
     // "Refresh", "Step", "Slow", "GCode", "Rapid", "Axis", "ToolColors" enabled = value;
@@ -113,7 +113,7 @@ private:
     QAction* separator(QMenu* menu, const char* name);
 
     QMainWindow* window_;
-    QHash<QString, QAction*> buttons_;
+    std::array<QAction*, ToolbarKeyCount> buttons_{};
 };
 
 } // namespace backplot

@@ -18,54 +18,42 @@ void RegisterPictures()
 }
 
 struct ToolbarPicture {
-    const char* key;
+    ToolbarKey key;
     const char* themeName; // the freedesktop icon name, or empty where none says what the button does
 };
 constexpr ToolbarPicture ToolbarPictures[] = {
-    {"Exit", "application-exit"},
-    {"Open", "document-open"},
-    {"Clear", ""},
-    {"Print", "document-print"},
-    {"Preview", "document-print-preview"},
-    {"Pan", ""},
-    {"ZoomExtends", "zoom-fit-best"},
-    {"ZWindow", ""},
-    {"ZIn", "zoom-in"},
-    {"ZOut", "zoom-out"},
-    {"Refresh", "view-refresh"},
-    {"Step", ""},
-    {"Slow", ""},
-    {"Pause", "media-playback-pause"},
-    {"Stop", "media-playback-stop"},
-    {"GCode", ""},
-    {"Rapid", ""},
-    {"Axis", ""},
-    {"Properties", ""},
-    {"ToolColors", ""},
+    {ToolbarKey::Exit, "application-exit"},
+    {ToolbarKey::Open, "document-open"},
+    {ToolbarKey::Clear, ""},
+    {ToolbarKey::Print, "document-print"},
+    {ToolbarKey::Preview, "document-print-preview"},
+    {ToolbarKey::Pan, ""},
+    {ToolbarKey::ZoomExtends, "zoom-fit-best"},
+    {ToolbarKey::ZWindow, ""},
+    {ToolbarKey::ZIn, "zoom-in"},
+    {ToolbarKey::ZOut, "zoom-out"},
+    {ToolbarKey::Refresh, "view-refresh"},
+    {ToolbarKey::Step, ""},
+    {ToolbarKey::Slow, ""},
+    {ToolbarKey::Pause, "media-playback-pause"},
+    {ToolbarKey::Stop, "media-playback-stop"},
+    {ToolbarKey::GCode, ""},
+    {ToolbarKey::Rapid, ""},
+    {ToolbarKey::Axis, ""},
+    {ToolbarKey::Properties, ""},
+    {ToolbarKey::ToolColors, ""},
 };
+static_assert(EveryToolbarKeyInOrder(ToolbarPictures), "one picture per toolbar key, in toolbar order");
 
 } // namespace
 
-QStringList Icons::ToolbarKeys()
+QIcon Icons::ToolbarIcon(ToolbarKey key)
 {
-    QStringList keys;
-    for (const ToolbarPicture& picture : ToolbarPictures)
-        keys << QString::fromLatin1(picture.key);
-    return keys;
-}
-
-QIcon Icons::ToolbarIcon(const QString& key)
-{
-    for (const ToolbarPicture& picture : ToolbarPictures) {
-        if (key != QLatin1String(picture.key))
-            continue;
-        RegisterPictures();
-        // An SVG icon renders afresh at every size and density asked for.
-        const QIcon ours(QStringLiteral(":/toolbar/%1.svg").arg(key));
-        const QString themeName = QString::fromLatin1(picture.themeName);
-        return themeName.isEmpty() ? ours : QIcon::fromTheme(themeName, ours);
-    }
-    return {};
+    RegisterPictures();
+    // An SVG icon renders afresh at every size and density asked for.
+    const QIcon ours(QStringLiteral(":/toolbar/%1.svg").arg(QString::fromLatin1(NameOf(key))));
+    const QString themeName = QString::fromLatin1(ToolbarPictures[IndexOf(key)].themeName);
+    return themeName.isEmpty() ? ours : QIcon::fromTheme(themeName, ours);
 }
 
 QString Icons::AppIconSvg()

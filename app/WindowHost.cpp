@@ -59,7 +59,7 @@ void WindowHost::ShowCrossHairs(float x, float y) { window_.picCanvas_->ShowCros
 
 void WindowHost::HideCrossHairs() { window_.picCanvas_->HideCrossHairs(); }
 
-void WindowHost::SetButtons(std::initializer_list<const char*> keys, bool enabled)
+void WindowHost::SetButtons(std::initializer_list<ToolbarKey> keys, bool enabled)
 {
     window_.commands_->SetButtons(keys, enabled);
 }

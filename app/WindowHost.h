@@ -26,7 +26,7 @@ public:
     void HideCrossHairs() override;
 
     // PlaybackHost
-    void SetButtons(std::initializer_list<const char*> keys, bool enabled) override;
+    void SetButtons(std::initializer_list<ToolbarKey> keys, bool enabled) override;
     void SetCodeText(const std::string& text) override;
     std::string FileName() const override;
     void SetDetailsEnabled(bool enabled) override;

@@ -183,31 +183,30 @@ void frmBackplot::wireCommands()
     on(c.mnuHelpFile, &frmBackplot::mnuHelpFile_Click);
     on(c.mnuAbout, &frmBackplot::mnuAbout_Click);
 
-    const auto button = [&](const char* key, void (frmBackplot::*handler)()) {
-        on(c.Button(QString::fromLatin1(key)), handler);
-    };
-    button("Exit", &frmBackplot::mnuExit_Click);
-    button("Open", &frmBackplot::mnuFileOpen_Click);
-    button("Clear", &frmBackplot::mnuClear_Click);
-    button("Print", &frmBackplot::mnuPrint_Click);
-    button("Preview", &frmBackplot::mnuPrintPreview_Click);
-    button("Pan", &frmBackplot::mnuPoint_Click);
-    button("ZoomExtends", &frmBackplot::mnuZExtents_Click);
-    button("ZWindow", &frmBackplot::mnuZWindow_Click);
-    button("ZIn", &frmBackplot::mnuZIn_Click);
-    button("ZOut", &frmBackplot::mnuZOut_Click);
-    button("Refresh", &frmBackplot::mnuRedraw_Click);
-    button("Step", &frmBackplot::mnuStep_Click);
-    button("Slow", &frmBackplot::mnuSlowMotion_Click);
-    button("Pause", &frmBackplot::tbPause_Click);
-    button("Stop", &frmBackplot::tbStop_Click);
-    button("GCode", &frmBackplot::mnuSource_Click);
-    button("Properties", &frmBackplot::mnuPref_Click);
+    using K = ToolbarKey;
+    const auto button = [&](ToolbarKey key, void (frmBackplot::*handler)()) { on(c.Button(key), handler); };
+    button(K::Exit, &frmBackplot::mnuExit_Click);
+    button(K::Open, &frmBackplot::mnuFileOpen_Click);
+    button(K::Clear, &frmBackplot::mnuClear_Click);
+    button(K::Print, &frmBackplot::mnuPrint_Click);
+    button(K::Preview, &frmBackplot::mnuPrintPreview_Click);
+    button(K::Pan, &frmBackplot::mnuPoint_Click);
+    button(K::ZoomExtends, &frmBackplot::mnuZExtents_Click);
+    button(K::ZWindow, &frmBackplot::mnuZWindow_Click);
+    button(K::ZIn, &frmBackplot::mnuZIn_Click);
+    button(K::ZOut, &frmBackplot::mnuZOut_Click);
+    button(K::Refresh, &frmBackplot::mnuRedraw_Click);
+    button(K::Step, &frmBackplot::mnuStep_Click);
+    button(K::Slow, &frmBackplot::mnuSlowMotion_Click);
+    button(K::Pause, &frmBackplot::tbPause_Click);
+    button(K::Stop, &frmBackplot::tbStop_Click);
+    button(K::GCode, &frmBackplot::mnuSource_Click);
+    button(K::Properties, &frmBackplot::mnuPref_Click);
     // The three toggles show their setting; a change of the pressed state that the setting
     // does not share yet is the user's, whatever its route (a click, a screen reader's
     // Toggle action), and runs the command, which makes them agree again.
-    const auto toggle = [&](const char* key, bool Settings::*setting, void (frmBackplot::*handler)()) {
-        connect(c.Button(QString::fromLatin1(key)), &QAction::toggled, this, [this, setting, handler](bool pressed) {
+    const auto toggle = [&](ToolbarKey key, bool Settings::*setting, void (frmBackplot::*handler)()) {
+        connect(c.Button(key), &QAction::toggled, this, [this, setting, handler](bool pressed) {
             if (pressed == settings_.*setting)
                 return;
             if (fileOperation_)
@@ -215,9 +214,9 @@ void frmBackplot::wireCommands()
             (this->*handler)();
         });
     };
-    toggle("Rapid", &Settings::ShowRapid, &frmBackplot::tbRapid_Click);
-    toggle("Axis", &Settings::ShowAxis, &frmBackplot::tbAxis_Click);
-    toggle("ToolColors", &Settings::ToolColor, &frmBackplot::tbToolColors_Click);
+    toggle(K::Rapid, &Settings::ShowRapid, &frmBackplot::tbRapid_Click);
+    toggle(K::Axis, &Settings::ShowAxis, &frmBackplot::tbAxis_Click);
+    toggle(K::ToolColors, &Settings::ToolColor, &frmBackplot::tbToolColors_Click);
 
     // A button nobody sees; it prints, like "&Print".
     cmdHidden_ = new QPushButton(QStringLiteral("Hidden"), this);

@@ -84,7 +84,7 @@ public:
     QLabel* lblYPos() const { return lblYPos_; }
     SourceView& sourceView() { return *picEditor_; }
     StepListing& stepListing() { return *Editor1_; }
-    QAction* button(const QString& key) const { return commands_->Button(key); }
+    QAction* button(ToolbarKey key) const { return commands_->Button(key); }
 
     // ---- Public operations ----
     // The open pipeline: takes the requested program, or the one the open dialog gives, to

@@ -1,19 +1,21 @@
 #pragma once
 
+#include "ToolbarKey.h"
+
 #include <initializer_list>
 #include <string>
 
 namespace backplot {
 
 // What single block step and slow motion ask of the window around the canvas: toolbar
-// buttons by key, the code label, the step listing pane, the source view. Everything
+// buttons, the code label, the step listing pane, the source view. Everything
 // does nothing by default, which is all the command-line tool needs.
 class PlaybackHost {
 public:
     virtual ~PlaybackHost() = default;
 
-    // Toolbar buttons by key ("Step", "Slow", ...) enabled or not.
-    virtual void SetButtons(std::initializer_list<const char*> /*keys*/, bool /*enabled*/) {}
+    // Toolbar buttons enabled or not.
+    virtual void SetButtons(std::initializer_list<ToolbarKey> /*keys*/, bool /*enabled*/) {}
     // The status label lblCode.
     virtual void SetCodeText(const std::string& /*text*/) {}
     // The loaded program's full path (FileName).
@@ -42,27 +44,30 @@ public:
     // that would disturb the walk are off. The view buttons keep their state.
     void ToolbarForStepping()
     {
-        SetButtons({"Step", "Slow", "Pause", "Rapid", "Axis", "Properties", "ToolColors", "Exit", "Open", "Clear",
-                    "Print", "Preview"},
+        SetButtons({K::Step, K::Slow, K::Pause, K::Rapid, K::Axis, K::Properties, K::ToolColors, K::Exit, K::Open,
+                    K::Clear, K::Print, K::Preview},
                    false);
-        SetButtons({"Stop"}, true);
+        SetButtons({K::Stop}, true);
     }
     // The toolbar while slow motion runs: "Pause" and "Stop" on.
     void ToolbarForSlowMotion()
     {
-        SetButtons({"Step", "Slow", "Rapid", "Axis", "Properties", "ToolColors", "Exit", "Open", "Clear", "Print",
-                    "Preview"},
+        SetButtons({K::Step, K::Slow, K::Rapid, K::Axis, K::Properties, K::ToolColors, K::Exit, K::Open, K::Clear,
+                    K::Print, K::Preview},
                    false);
-        SetButtons({"Pause", "Stop"}, true);
+        SetButtons({K::Pause, K::Stop}, true);
     }
     // The toolbar given back (Enter at the end, Esc, the end of a slow-motion pass).
     void RestoreToolbar()
     {
-        SetButtons({"Step", "Slow", "Rapid", "Axis", "Properties", "ToolColors", "Exit", "Open", "Clear", "Print",
-                    "Preview"},
+        SetButtons({K::Step, K::Slow, K::Rapid, K::Axis, K::Properties, K::ToolColors, K::Exit, K::Open, K::Clear,
+                    K::Print, K::Preview},
                    true);
-        SetButtons({"Pause", "Stop"}, false);
+        SetButtons({K::Pause, K::Stop}, false);
     }
+
+private:
+    using K = ToolbarKey;
 };
 
 } // namespace backplot

@@ -1,4 +1,3 @@
-#include "Icons.h"
 #include "SourceView.h"
 #include "StepListing.h"
 #include "ViewCommands.h"
@@ -33,9 +32,9 @@ protected:
     QString Toolbar() const
     {
         QStringList on;
-        for (const QString& key : Icons::ToolbarKeys())
+        for (ToolbarKey key : AllToolbarKeys())
             if (Button(key)->isEnabled())
-                on << key;
+                on << Button(key)->objectName();
         return on.join(QLatin1Char(' '));
     }
     // "on" when every menu item SetMenus switches is on, "off" when none is, else the list.

@@ -85,18 +85,18 @@ TEST_F(OpenFile, ProgramFromTheDialogIsDrawnWithTheOpenMargin)
     EXPECT_EQ(CountOf(picture, Black), AxisPixels);
 
     // Rapid and Axis each redraw the whole program without their lines, and back.
-    Button("Rapid")->trigger();
+    Button(ToolbarKey::Rapid)->trigger();
     EXPECT_FALSE(window->settings().ShowRapid);
     EXPECT_EQ(CountOf(Picture(), Blue), CutPixels);
     EXPECT_EQ(CountOf(Picture(), Black), AxisPixels);
-    Button("Rapid")->trigger();
+    Button(ToolbarKey::Rapid)->trigger();
     EXPECT_EQ(Picture(), picture);
-    Button("Axis")->trigger();
+    Button(ToolbarKey::Axis)->trigger();
     EXPECT_FALSE(window->settings().ShowAxis);
     EXPECT_EQ(CountOf(Picture(), Black), 0);
     EXPECT_EQ(Picture().pixelColor(30, 105), Blue); // the first rapid's first dot
     EXPECT_EQ(CountOf(Picture(), Blue), CutPixels + RapidPixels + 1);
-    Button("Axis")->trigger();
+    Button(ToolbarKey::Axis)->trigger();
     EXPECT_EQ(Picture(), picture);
     EXPECT_TRUE(dialogs.Messages.empty());
 }
@@ -157,9 +157,9 @@ TEST_F(OpenFile, CancelledEmptyOrMissingFileKeepsTheProgramAndItsPicture)
     OpenCommand(std::nullopt);
     EXPECT_EQ(dialogs.OpenRequests.size(), 3u);
     EXPECT_FALSE(window->translator().State().AbortTranslation);
-    EXPECT_TRUE(window->programLoaded() && Button("Refresh")->isEnabled() && Action("mnuRedraw")->isEnabled());
+    EXPECT_TRUE(window->programLoaded() && Button(ToolbarKey::Refresh)->isEnabled() && Action("mnuRedraw")->isEnabled());
     EXPECT_EQ(StoredRecent(), recent);
-    Button("Refresh")->trigger(); // the records drawn are still the program's
+    Button(ToolbarKey::Refresh)->trigger(); // the records drawn are still the program's
     EXPECT_EQ(Picture(), picture);
     EXPECT_TRUE(dialogs.Messages.empty());
 
@@ -168,8 +168,8 @@ TEST_F(OpenFile, CancelledEmptyOrMissingFileKeepsTheProgramAndItsPicture)
     EXPECT_EQ(window->FileName(), empty);
     EXPECT_EQ(window->lblCode()->text(), " part.nc");
     EXPECT_EQ(StoredRecent(), recent);
-    ASSERT_TRUE(Button("Refresh")->isEnabled());
-    Button("Refresh")->trigger(); // the old program's records are still there
+    ASSERT_TRUE(Button(ToolbarKey::Refresh)->isEnabled());
+    Button(ToolbarKey::Refresh)->trigger(); // the old program's records are still there
     EXPECT_EQ(Picture(), picture);
 
     dialogs.Messages.clear();
@@ -178,7 +178,7 @@ TEST_F(OpenFile, CancelledEmptyOrMissingFileKeepsTheProgramAndItsPicture)
     EXPECT_EQ(Picture(), picture);
     EXPECT_EQ(StoredRecent(), recent);
     EXPECT_EQ(window->lblCode()->text(), "  " + QString::fromStdString(missing));
-    EXPECT_TRUE(Button("Refresh")->isEnabled() && Action("mnuRedraw")->isEnabled());
+    EXPECT_TRUE(Button(ToolbarKey::Refresh)->isEnabled() && Action("mnuRedraw")->isEnabled());
     EXPECT_EQ(dialogs.Pointers.back(), MousePointer::Default);
 }
 
@@ -199,7 +199,7 @@ TEST_F(OpenFile, PathSaysWhatCameOfIt)
     EXPECT_EQ(dialogs.Messages, (std::vector<test::ScriptedDialogs::ShownMessage>{
                                     Error(empty + " is an empty file")[0],
                                     Error("An error as occurred while prossessing the file ")[0]}));
-    EXPECT_FALSE(window->programLoaded() || Action("mnuStep")->isEnabled() || Button("Step")->isEnabled());
+    EXPECT_FALSE(window->programLoaded() || Action("mnuStep")->isEnabled() || Button(ToolbarKey::Step)->isEnabled());
     EXPECT_EQ(StoredRecent()[0], "Not Used");
 
     dialogs.Messages.clear();
@@ -208,7 +208,7 @@ TEST_F(OpenFile, PathSaysWhatCameOfIt)
     ASSERT_EQ(dialogs.Messages.size(), 1u);
     EXPECT_EQ(dialogs.Messages[0].Title, "Backplot Error");
     EXPECT_EQ(window->plotter().RecordTotal, 2);
-    EXPECT_TRUE(window->programLoaded() && Action("mnuStep")->isEnabled() && Button("Step")->isEnabled());
+    EXPECT_TRUE(window->programLoaded() && Action("mnuStep")->isEnabled() && Button(ToolbarKey::Step)->isEnabled());
     EXPECT_EQ(window->playback().SlowResume, 1);
     EXPECT_EQ(window->DialogFileTitle(), "mill.nc");
     EXPECT_EQ(window->lblCode()->text(), " mill.nc");

@@ -81,7 +81,7 @@ TEST_F(StartWindow, NamedProgramIsOpenedOnceTheWindowRunsAsIfChosenInTheDialog)
         EXPECT_TRUE(dialogs.OpenRequests.empty());
         EXPECT_EQ(window->programLoaded(), opened);
         EXPECT_EQ(Action("mnuStep")->isEnabled(), opened);
-        EXPECT_EQ(Button("Step")->isEnabled(), opened);
+        EXPECT_EQ(Button(ToolbarKey::Step)->isEnabled(), opened);
         const std::string first = opened ? part : "Not Used";
         EXPECT_EQ(StoredRecent(), (std::vector<std::string>{first, "Not Used", "Not Used", "Not Used"}));
     }

@@ -37,7 +37,7 @@ protected:
 
 TEST_F(ViewInteraction, ZoomWindowDraggedWithTheMouse)
 {
-    Button("ZWindow")->trigger();
+    Button(ToolbarKey::ZWindow)->trigger();
     EXPECT_TRUE(window->view().ZoomWindowMode);
     EXPECT_EQ(Canvas()->cursor().shape(), Qt::BitmapCursor); // our own zoom pointer
 
@@ -63,14 +63,14 @@ TEST_F(ViewInteraction, ZoomWindowDraggedWithTheMouse)
 
     // A click without a drag keeps the scale and draws the same picture again.
     const QImage zoomed = Picture();
-    Button("ZWindow")->trigger();
+    Button(ToolbarKey::ZWindow)->trigger();
     QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {200, 200});
     EXPECT_EQ(Picture(), zoomed);
 }
 
 TEST_F(ViewInteraction, PointPanMovesTheDrawingWithTheMouse)
 {
-    Button("Pan")->trigger();
+    Button(ToolbarKey::Pan)->trigger();
     EXPECT_TRUE(window->view().PanMode);
     Drag({300, 200}, {{330, 200}, {360, 212}}); // 10 units right, 2 down
     EXPECT_EQ(At(330, 206), QColor(Qt::black)); // the pan line, from (300, 200) down 1 in 5
@@ -148,12 +148,12 @@ TEST_F(ViewInteraction, SteppedPictureIsTheRedrawnOneAfterAnOpenAClickAndThePane
     expectRedrawnAlike("a click");
 
     // The source view narrows the canvas and fits the plot to it; stepping goes on.
-    Button("GCode")->trigger();
+    Button(ToolbarKey::GCode)->trigger();
     Type('S');
     expectRedrawnAlike("the source view shown");
 
     // Another open while stepping hides the listing; the next step shows it again.
-    Button("Stop")->trigger();
+    Button(ToolbarKey::Stop)->trigger();
     OpenCommand(plate);
     Type('S');
     Type('S');
@@ -206,7 +206,7 @@ TEST_F(ViewInteraction, DrawingAidsApplyOnOkAndRefuseCrossHairsWithoutAutoRedraw
     s.ShowRapid = true;
     s.ShowBlips = false;
     ASSERT_EQ(At(30, 5), QColor(Qt::black)); // a dash of the vertical axis
-    ASSERT_TRUE(Button("Axis")->isChecked() && Button("Rapid")->isChecked());
+    ASSERT_TRUE(Button(ToolbarKey::Axis)->isChecked() && Button(ToolbarKey::Rapid)->isChecked());
     QTimer::singleShot(0, [] {
         auto* aids = qobject_cast<frmDrawAids*>(QApplication::activeModalWidget());
         ASSERT_NE(aids, nullptr);
@@ -222,15 +222,15 @@ TEST_F(ViewInteraction, DrawingAidsApplyOnOkAndRefuseCrossHairsWithoutAutoRedraw
     // 0.65 units (4 pixels) up. Its dog-leg, through (85, 160), is gone.
     EXPECT_EQ(At(90, 162), QColor(Qt::blue));
     EXPECT_EQ(At(85, 160), QColor(Qt::white));
-    EXPECT_FALSE(Button("Axis")->isChecked());
-    EXPECT_FALSE(Button("Rapid")->isChecked());
+    EXPECT_FALSE(Button(ToolbarKey::Axis)->isChecked());
+    EXPECT_FALSE(Button(ToolbarKey::Rapid)->isChecked());
 
     // A screen reader's Toggle on the Axis button runs its command, as a click does.
-    QWidget* axis = window->findChild<QToolBar*>("cToolbar1")->widgetForAction(Button("Axis"));
+    QWidget* axis = window->findChild<QToolBar*>("cToolbar1")->widgetForAction(Button(ToolbarKey::Axis));
     QAccessible::queryAccessibleInterface(axis)->actionInterface()->doAction(
         QAccessibleActionInterface::toggleAction());
     EXPECT_TRUE(s.ShowAxis);
-    EXPECT_TRUE(Button("Axis")->isChecked());
+    EXPECT_TRUE(Button(ToolbarKey::Axis)->isChecked());
     EXPECT_TRUE(qobject_cast<QAbstractButton*>(axis)->isChecked());
     EXPECT_EQ(At(30, 5), QColor(Qt::black));
 }

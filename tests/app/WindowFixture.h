@@ -123,7 +123,7 @@ protected:
     void OpenCommand(const std::optional<std::string>& path)
     {
         dialogs.OpenAnswers.push_back(path);
-        Button("Open")->trigger();
+        Button(ToolbarKey::Open)->trigger();
     }
     QAction* Action(const char* name) const
     {
@@ -131,7 +131,7 @@ protected:
         EXPECT_NE(action, nullptr) << name;
         return action;
     }
-    QAction* Button(const QString& key) const { return window->button(key); }
+    QAction* Button(ToolbarKey key) const { return window->button(key); }
     QWidget* Canvas() const { return &window->canvas(); }
     QImage Picture() const { return window->canvas().Picture(); }
     void Type(char c) { QTest::keyClicks(Canvas(), QString(QChar(c))); }

@@ -109,21 +109,26 @@ TEST_F(MainWindow, ToolbarButtonsAndCaptions)
     EXPECT_EQ(layout.join(QLatin1Char(' ')), "Exit | Open | Clear | Print Preview | Pan ZoomExtends ZWindow ZIn "
                                              "ZOut Refresh | Step Slow Pause Stop | GCode | Rapid Axis | "
                                              "Properties | ToolColors");
-    const char* const rows[][3] = { // key, tool tip, caption
-        {"Exit", "Exit Program", "Exit"},         {"Open", "Open File to Plot", "Open"},
-        {"Clear", "Clear Screen", "Clear"},       {"Print", "Print", "Print"},
-        {"Preview", "Print Preview", "Preview"},  {"Pan", "Pan", "Pan"},
-        {"ZoomExtends", "Zoom Extends", "Extends"}, {"ZWindow", "Zoom Window", "Window"},
-        {"ZIn", "Zoom In", "Z In"},               {"ZOut", "Zoom Out", "Z Out"},
-        {"Refresh", "Refresh Plot", "Refresh"},   {"Step", "Single Block Step", "Step"},
-        {"Slow", "Slow Motion Block Step", "Slow"}, {"Pause", "Pause", "Pause"},
-        {"Stop", "Stop", "Pause"},                {"GCode", "Show GCode", "GCode"},
-        {"Rapid", "Toggle Rapid Lines", "Rapid"}, {"Axis", "Toggle Axis Lines", "Axis"},
-        {"Properties", "BackPlot Properties", "Properties"},
-        {"ToolColors", "Toogle Tool Change Colors", "Tool Colors"},
+    using K = ToolbarKey;
+    const struct {
+        ToolbarKey key;
+        const char* toolTip;
+        const char* caption;
+    } rows[] = {
+        {K::Exit, "Exit Program", "Exit"},          {K::Open, "Open File to Plot", "Open"},
+        {K::Clear, "Clear Screen", "Clear"},        {K::Print, "Print", "Print"},
+        {K::Preview, "Print Preview", "Preview"},   {K::Pan, "Pan", "Pan"},
+        {K::ZoomExtends, "Zoom Extends", "Extends"}, {K::ZWindow, "Zoom Window", "Window"},
+        {K::ZIn, "Zoom In", "Z In"},                {K::ZOut, "Zoom Out", "Z Out"},
+        {K::Refresh, "Refresh Plot", "Refresh"},    {K::Step, "Single Block Step", "Step"},
+        {K::Slow, "Slow Motion Block Step", "Slow"}, {K::Pause, "Pause", "Pause"},
+        {K::Stop, "Stop", "Pause"},                 {K::GCode, "Show GCode", "GCode"},
+        {K::Rapid, "Toggle Rapid Lines", "Rapid"},  {K::Axis, "Toggle Axis Lines", "Axis"},
+        {K::Properties, "BackPlot Properties", "Properties"},
+        {K::ToolColors, "Toogle Tool Change Colors", "Tool Colors"},
     };
     for (const auto& [key, toolTip, caption] : rows) {
-        SCOPED_TRACE(key);
+        SCOPED_TRACE(std::string(NameOf(key)));
         const QAction* button = Button(key);
         ASSERT_NE(button, nullptr);
         EXPECT_EQ(button->toolTip(), toolTip);
@@ -136,7 +141,7 @@ TEST_F(MainWindow, ToolbarButtonsAndCaptions)
     }
 
     // Captions show only while "Show Toolbar Captions" is checked.
-    auto* stop = qobject_cast<QToolButton*>(toolbar->widgetForAction(Button("Stop")));
+    auto* stop = qobject_cast<QToolButton*>(toolbar->widgetForAction(Button(ToolbarKey::Stop)));
     ASSERT_NE(stop, nullptr);
     EXPECT_EQ(stop->toolButtonStyle(), Qt::ToolButtonIconOnly);
     Action("mnuCaptions")->trigger();
@@ -172,7 +177,7 @@ TEST_F(MainWindow, SetControlsAndSetMenus)
 
     // Pause and Stop go off even when on; Exit, Open and Properties keep their state.
     for (const QString& key : pauseStop + untouched)
-        Button(key)->setEnabled(pauseStop.contains(key));
+        Action(key.toLatin1().constData())->setEnabled(pauseStop.contains(key));
     window->SetControls(true);
     expectEnabled(controlled, true);
     expectEnabled(pauseStop + untouched, false);
@@ -248,7 +253,7 @@ TEST_F(MainWindow, StartUpReadsTheStoresAndClosingWritesThem)
 
     window->settings().SlowTime = 0.5f;
     window->translator().ToolColors()[6].Color = 0x00FF00;
-    Button("Exit")->trigger();
+    Button(ToolbarKey::Exit)->trigger();
     EXPECT_FALSE(window->isVisible());
     QSettings stored(scope.SettingsFile(), QSettings::IniFormat);
     EXPECT_EQ(stored.value("Settings/Slow Time").toString(), "0.5");

@@ -423,7 +423,7 @@ TEST_F(PropertiesCommand, NewBackColourRedrawsThePlotAndLatheReachesTheTranslato
         apply();
         open->findChild<QPushButton*>("cmdProperties0")->click();
     });
-    Button("Properties")->trigger();
+    Button(ToolbarKey::Properties)->trigger();
     EXPECT_TRUE(shown);
 
     EXPECT_EQ(window->settings().Backcolor, 0x0000FF);
@@ -439,10 +439,10 @@ TEST_F(PropertiesCommand, NewBackColourRedrawsThePlotAndLatheReachesTheTranslato
         modal->findChild<QRadioButton*>("chkOpen0")->click();
         modal->findChild<QPushButton*>("cmdProperties1")->click();
     });
-    ASSERT_FALSE(Button("ToolColors")->isChecked());
-    Button("Properties")->trigger();
+    ASSERT_FALSE(Button(ToolbarKey::ToolColors)->isChecked());
+    Button(ToolbarKey::Properties)->trigger();
     EXPECT_TRUE(window->settings().ToolColor);
-    EXPECT_TRUE(Button("ToolColors")->isChecked());
+    EXPECT_TRUE(Button(ToolbarKey::ToolColors)->isChecked());
     EXPECT_FALSE(window->settings().Mill);
 }
 

@@ -27,10 +27,10 @@ struct HostLog : PlaybackHost {
     std::vector<int> marks;
     std::function<void()> redraw;
 
-    void SetButtons(std::initializer_list<const char*> keys, bool enabled) override
+    void SetButtons(std::initializer_list<ToolbarKey> keys, bool enabled) override
     {
-        for (const char* key : keys)
-            buttons[key] = enabled;
+        for (ToolbarKey key : keys)
+            buttons[std::string(NameOf(key))] = enabled;
     }
     void SetCodeText(const std::string& text) override { code = text; }
     std::string FileName() const override { return "/parts/plate.nc"; }
