@@ -79,12 +79,12 @@ OpenOutcome frmBackplot::OpenFile(const OpenRequest& request)
         // 4. Per-program state; the source view shows the new program, the step
         // listing of the old one goes.
         t.ResetForNewProgram();
-        picEditor_->LoadFile(QString::fromStdString(path));
-        Editor1_->Clear();
-        Editor1_->hide();
+        sourceView_->LoadFile(QString::fromStdString(path));
+        stepListing_->Clear();
+        stepListing_->hide();
 
         // 5. Status and a clean canvas.
-        status_->ShowBoth();
+        statusLines_->ShowBoth();
         lblComment_->setText(QStringLiteral(" Opening file ") + QString::fromStdString(path));
         dialogs_->SetPointer(MousePointer::Hourglass);
         picCanvas_->ClearPicture();
@@ -101,7 +101,7 @@ OpenOutcome frmBackplot::OpenFile(const OpenRequest& request)
         const bool stoppedEarly = t.StoppedEarly();
 
         // 7. Extents, fitted with a margin: the same view as Zoom Extents.
-        DrawSurface& canvas = picSurface();
+        DrawSurface& canvas = canvasSurface();
         plotter_->ExtentsWithMargin(canvas);
 
         // 8. Draw every record.

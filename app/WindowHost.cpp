@@ -33,7 +33,7 @@ void WindowHost::EndPlayback()
     window_.commands_->mnuStep->setChecked(false);
     window_.commands_->mnuSlowMotion->setChecked(false);
     window_.commands_->mnuDetails->setEnabled(false);
-    window_.Editor1_->Clear();
+    window_.stepListing_->Clear();
 }
 
 void WindowHost::Step() { window_.mnuStep_Click(); }
@@ -78,25 +78,25 @@ void WindowHost::SetSlowMotionChecked(bool checked) { window_.commands_->mnuSlow
 
 void WindowHost::StartStepListing()
 {
-    window_.Editor1_->Clear();
-    window_.Editor1_->SetCurrentLine(1);
-    window_.RevealPane(window_.Editor1_);
+    window_.stepListing_->Clear();
+    window_.stepListing_->SetCurrentLine(1);
+    window_.RevealPane(window_.stepListing_);
 }
 
 void WindowHost::WriteStepListing(const std::string& block)
 {
-    StepListing& listing = *window_.Editor1_;
+    StepListing& listing = *window_.stepListing_;
     listing.WriteLine(QString::fromStdString(block));
     listing.SetCurrentLine(listing.CurrentLine() + 1);
 }
 
 void WindowHost::FocusCanvas() { window_.picCanvas_->setFocus(); }
 
-void WindowHost::MarkSourceLine(int line) { window_.picEditor_->MarkLine(line); }
+void WindowHost::MarkSourceLine(int line) { window_.sourceView_->MarkLine(line); }
 
 bool WindowHost::SourceViewShown() const { return window_.commands_->mnuSource->isChecked(); }
 
-void WindowHost::SourceViewToFirstLine() { window_.picEditor_->GoToFirstLine(); }
+void WindowHost::SourceViewToFirstLine() { window_.sourceView_->GoToFirstLine(); }
 
 void WindowHost::Redraw() { window_.mnuRedraw_Click(); }
 

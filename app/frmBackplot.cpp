@@ -72,17 +72,18 @@ frmBackplot::frmBackplot(UserDialogs* dialogs, QWidget* parent) : QMainWindow(pa
 
     createPanes();
     commands_ = new CommandSurface(this);
-    status_ = new StatusLines(this);
-    statusBar()->addWidget(status_, 1);
-    lblComment_ = status_->lblComment;
-    lblCode_ = status_->lblCode;
-    lblXPos_ = status_->lblXPos;
-    lblYPos_ = status_->lblYPos;
+    statusLines_ = new StatusLines(this);
+    statusBar()->addWidget(statusLines_, 1);
+    lblComment_ = statusLines_->lblComment;
+    lblCode_ = statusLines_->lblCode;
+    lblXPos_ = statusLines_->lblXPos;
+    lblYPos_ = statusLines_->lblYPos;
 
-    host_ = std::make_unique<WindowHost>(*this);
-    viewCommands_ = std::make_unique<ViewCommands>(*plotter_, picSurface(), settings_, playback_, *dialogs_, *host_);
-    stepper_ = std::make_unique<Stepper>(*plotter_, picSurface(), *translator_, playback_, *dialogs_, *host_);
-    slowMotion_ = std::make_unique<SlowMotion>(*plotter_, picSurface(), settings_, playback_, *host_);
+    windowHost_ = std::make_unique<WindowHost>(*this);
+    viewCommands_ =
+        std::make_unique<ViewCommands>(*plotter_, canvasSurface(), settings_, playback_, *dialogs_, *windowHost_);
+    stepper_ = std::make_unique<Stepper>(*plotter_, canvasSurface(), *translator_, playback_, *dialogs_, *windowHost_);
+    slowMotion_ = std::make_unique<SlowMotion>(*plotter_, canvasSurface(), settings_, playback_, *windowHost_);
     partialPlots_ = std::make_unique<PartialPlots>(*plotter_, *translator_, playback_, settings_, *dialogs_, events_);
     output_ = new OutputCommands(this);
     keyboard_ = std::make_unique<Keyboard>(*this);
@@ -92,7 +93,7 @@ frmBackplot::frmBackplot(UserDialogs* dialogs, QWidget* parent) : QMainWindow(pa
         commands_->mnuSlowMotion->setChecked(false);
         if (slowMotionEnded) {
             lblCode_->setText(QString::fromStdString(fileName_) + QStringLiteral("  "));
-            host_->RestoreToolbar();
+            windowHost_->RestoreToolbar();
         }
     });
     wireCommands();
@@ -255,22 +256,22 @@ void frmBackplot::createPanes()
     picCanvas_->setObjectName(QStringLiteral("picCanvas"));
     picCanvas_->setAccessibleName(QStringLiteral("Plot"));
     picCanvas_->setFocusPolicy(Qt::StrongFocus);
-    picEditor_ = new SourceView(this);
-    picEditor_->setAccessibleName(QStringLiteral("G-code source"));
-    picEditor_->hide();
-    Editor1_ = new StepListing(this);
-    Editor1_->setAccessibleName(QStringLiteral("Stepped blocks"));
+    sourceView_ = new SourceView(this);
+    sourceView_->setAccessibleName(QStringLiteral("G-code source"));
+    sourceView_->hide();
+    stepListing_ = new StepListing(this);
+    stepListing_->setAccessibleName(QStringLiteral("Stepped blocks"));
 
     // The canvas gives way to the source view on its right and the step listing below.
     splitSource_ = new QSplitter(Qt::Horizontal, this);
     splitSource_->setObjectName(QStringLiteral("splitSource"));
     splitSource_->addWidget(picCanvas_);
-    splitSource_->addWidget(picEditor_);
+    splitSource_->addWidget(sourceView_);
     splitSource_->setChildrenCollapsible(false);
     splitSteps_ = new QSplitter(Qt::Vertical, this);
     splitSteps_->setObjectName(QStringLiteral("splitSteps"));
     splitSteps_->addWidget(splitSource_);
-    splitSteps_->addWidget(Editor1_);
+    splitSteps_->addWidget(stepListing_);
     splitSteps_->setChildrenCollapsible(false);
     setCentralWidget(splitSteps_);
 }
@@ -280,9 +281,9 @@ void frmBackplot::RevealPane(QWidget* pane)
     if (pane->isVisible())
         return;
     pane->show();
-    QSplitter* split = pane == picEditor_ ? splitSource_ : splitSteps_;
+    QSplitter* split = pane == sourceView_ ? splitSource_ : splitSteps_;
     const int room = split->orientation() == Qt::Horizontal ? split->width() : split->height();
-    const int share = pane == picEditor_ ? room * 2 / 5 : std::max(room / 5, 6 * pane->fontMetrics().height());
+    const int share = pane == sourceView_ ? room * 2 / 5 : std::max(room / 5, 6 * pane->fontMetrics().height());
     split->setSizes({room - share, share});
     // The splitter settles the shown pane's handle now rather than at the next event
     // loop turn, so the canvas already has the size it keeps when the caller fits the view.
@@ -307,28 +308,28 @@ void frmBackplot::closeEvent(QCloseEvent* event)
     event->accept();
 }
 
-DrawSurface& frmBackplot::picSurface() { return picCanvas_->Surface(); }
+DrawSurface& frmBackplot::canvasSurface() { return picCanvas_->Surface(); }
 
-PlaybackHost& frmBackplot::playbackHost() { return *host_; }
+PlaybackHost& frmBackplot::playbackHost() { return *windowHost_; }
 
 // ---- Public operations ----
 
-void frmBackplot::SetCoords() { plotter_->SetCoords(picSurface()); }
-void frmBackplot::GetRecords() { plotter_->GetRecords(picSurface()); }
-void frmBackplot::DrawAxis() { plotter_->DrawAxis(picSurface()); }
+void frmBackplot::SetCoords() { plotter_->SetCoords(canvasSurface()); }
+void frmBackplot::GetRecords() { plotter_->GetRecords(canvasSurface()); }
+void frmBackplot::DrawAxis() { plotter_->DrawAxis(canvasSurface()); }
 void frmBackplot::ZoomIn() { plotter_->View.ZoomIn(); }
-void frmBackplot::ElementStep() { stepper_->ElementStep(picSurface()); }
+void frmBackplot::ElementStep() { stepper_->ElementStep(canvasSurface()); }
 void frmBackplot::SetEditor2() { slowMotion_->SetEditor2(); }
-void frmBackplot::PlotFrom(std::int32_t toolNum) { partialPlots_->PlotFrom(picSurface(), toolNum); }
+void frmBackplot::PlotFrom(std::int32_t toolNum) { partialPlots_->PlotFrom(canvasSurface(), toolNum); }
 
 void frmBackplot::PlotToolToTool(std::int16_t firstTool, std::int16_t secondTool)
 {
-    partialPlots_->PlotToolToTool(picSurface(), firstTool, secondTool);
+    partialPlots_->PlotToolToTool(canvasSurface(), firstTool, secondTool);
 }
 
 void frmBackplot::DrawRubberLine(float x1, float y1, float x2, float y2, std::uint32_t color)
 {
-    ViewCommands::DrawRubberLine(picSurface(), x1, y1, x2, y2, color);
+    ViewCommands::DrawRubberLine(canvasSurface(), x1, y1, x2, y2, color);
 }
 
 void frmBackplot::SetFileOperation(bool running)
@@ -351,7 +352,7 @@ void frmBackplot::mnuRedraw_Click()
     if (fileOperation_)
         return;
     mnuClear_Click();
-    Editor1_->viewport()->update();
+    stepListing_->viewport()->update();
     SetEditor2();
     viewCommands_->Redraw();
 }
@@ -491,11 +492,11 @@ void frmBackplot::mnuDetails_Click()
     frmDetails::ShowReport(this, translator_->Record(), translator_->State().Mill, [this] { ReDraw(); });
 }
 
-void frmBackplot::mnuTool1_Click() { partialPlots_->ToolToEofCommand(picSurface()); }
+void frmBackplot::mnuTool1_Click() { partialPlots_->ToolToEofCommand(canvasSurface()); }
 
 void frmBackplot::mnuTool2_Click()
 {
-    partialPlots_->ToolToToolCommand(picSurface(), this, [this] { mnuRedraw_Click(); });
+    partialPlots_->ToolToToolCommand(canvasSurface(), this, [this] { mnuRedraw_Click(); });
 }
 
 void frmBackplot::mnuSource_Click()
@@ -504,11 +505,11 @@ void frmBackplot::mnuSource_Click()
     item->setChecked(!item->isChecked());
     if (!item->isChecked()) {
         // The canvas grows back; what is drawn stays until the next redraw.
-        picEditor_->hide();
+        sourceView_->hide();
         return;
     }
-    picEditor_->GoToFirstLine();
-    RevealPane(picEditor_);
+    sourceView_->GoToFirstLine();
+    RevealPane(sourceView_);
     events_.ProcessEvents();
     // Outside slow motion the plot is fitted again to the narrower canvas, one zoom-out
     // step wider, and that view becomes the one "&Previous" goes back from.
@@ -534,7 +535,7 @@ void frmBackplot::mnuWinbmp_Click()
     mnuAutoOff_Click();
 }
 
-void frmBackplot::mnuDxfFile_Click() { output_->SaveAsDXF(*translator_, *dialogs_, settings_, picSurface()); }
+void frmBackplot::mnuDxfFile_Click() { output_->SaveAsDXF(*translator_, *dialogs_, settings_, canvasSurface()); }
 
 void frmBackplot::mnuPrintPreview_Click()
 {

@@ -82,8 +82,8 @@ public:
     QLabel* lblCode() const { return lblCode_; }
     QLabel* lblXPos() const { return lblXPos_; }
     QLabel* lblYPos() const { return lblYPos_; }
-    SourceView& sourceView() { return *picEditor_; }
-    StepListing& stepListing() { return *Editor1_; }
+    SourceView& sourceView() { return *sourceView_; }
+    StepListing& stepListing() { return *stepListing_; }
     QAction* button(ToolbarKey key) const { return commands_->Button(key); }
 
     // ---- Public operations ----
@@ -101,6 +101,9 @@ public:
     // nothing done, while another open runs. The program named at start comes this way.
     OpenOutcome OpenPath(const std::string& path);
     void ReDraw() { mnuRedraw_Click(); }
+    // The plotter's passes on the canvas: fit the view window to it, plot records 1 to
+    // PlotLast, and the axis alone (drawn when "Show Axis" is on; Plotter::DrawAxis hands
+    // it to CAxis::DrawAxis).
     void SetCoords();
     void GetRecords();
     void DrawAxis();
@@ -168,7 +171,8 @@ private:
     void wireCommands();
     void readSettings();
     void writeSettings();
-    DrawSurface& picSurface();
+    // The canvas as the passes draw on it.
+    DrawSurface& canvasSurface();
     // The toolbar's Rapid, Axis and Tool Colors buttons pressed as their settings are,
     // whatever changed them.
     void ShowToggles();
@@ -185,7 +189,7 @@ private:
     PlaybackState playback_;
     std::unique_ptr<Translator> translator_;
     std::unique_ptr<Plotter> plotter_;
-    std::unique_ptr<WindowHost> host_;
+    std::unique_ptr<WindowHost> windowHost_;
     std::unique_ptr<ViewCommands> viewCommands_;
     std::unique_ptr<Stepper> stepper_;
     std::unique_ptr<SlowMotion> slowMotion_;
@@ -201,19 +205,21 @@ private:
     bool programLoaded_ = false;
 
     // ---- Controls ----
-    CommandSurface* commands_ = nullptr;
-    OutputCommands* output_ = nullptr; // exports, printing and the preview; a child of the window
-    CanvasWidget* picCanvas_ = nullptr;
-    SourceView* picEditor_ = nullptr;
-    StepListing* Editor1_ = nullptr;
-    QSplitter* splitSource_ = nullptr; // canvas | source view
-    QSplitter* splitSteps_ = nullptr;  // the two above | step listing
-    StatusLines* status_ = nullptr;
+    // Where a control has a classic name, it is its objectName: the tests and the
+    // accessibility bus find it by that.
+    CommandSurface* commands_ = nullptr;    // the menus and the toolbar `cToolbar1`
+    OutputCommands* output_ = nullptr;      // exports, printing and the preview
+    CanvasWidget* picCanvas_ = nullptr;     // the plot
+    SourceView* sourceView_ = nullptr;      // `picEditor`: the program's text beside the plot
+    StepListing* stepListing_ = nullptr;    // `Editor1`: the blocks stepped so far, below
+    QSplitter* splitSource_ = nullptr;      // canvas | source view
+    QSplitter* splitSteps_ = nullptr;       // the two above | step listing
+    StatusLines* statusLines_ = nullptr;    // `picStat1` and `picStat2`, with the labels below
     QLabel* lblComment_ = nullptr;
     QLabel* lblCode_ = nullptr;
     QLabel* lblXPos_ = nullptr;
     QLabel* lblYPos_ = nullptr;
-    QPushButton* cmdHidden_ = nullptr;
+    QPushButton* cmdHidden_ = nullptr;      // never shown; prints
 };
 
 } // namespace backplot
