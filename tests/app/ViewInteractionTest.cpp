@@ -91,13 +91,29 @@ TEST_F(ViewInteraction, ArrowsPlusAndMinusDriveTheViewFromTheKeyboard)
     QTest::keyClick(Canvas(), Qt::Key_Down);
     ExpectView(-5, -17.5f, 125, 47.5f);
 
+    // The zoom keys, buttons and menu items step the view alike.
     const float span = View().FitSpan; // 65
-    const std::pair<char, float> zooms[] = {{'+', 0.3f}, {'=', 0.3f}, {'-', -0.3f}, {'_', -0.3f}};
-    for (const auto& [key, step] : zooms) {
+    const auto key = [&](char c) { return [&, c] { QTest::keyClick(Canvas(), c); }; };
+    const auto click = [&](QAction* action) { return [action] { action->trigger(); }; };
+    const struct {
+        const char* how;
+        std::function<void()> press;
+        float step;
+    } zooms[] = {
+        {"+", key('+'), 0.3f},   {"=", key('='), 0.3f},   {"Z In", click(Button(ToolbarKey::ZIn)), 0.3f},
+        {"&In", click(Action("mnuZIn")), 0.3f},           {"-", key('-'), -0.3f},
+        {"_", key('_'), -0.3f},  {"Z Out", click(Button(ToolbarKey::ZOut)), -0.3f},
+        {"&Out", click(Action("mnuZOut")), -0.3f},
+    };
+    for (const auto& zoom : zooms) {
         window->view().ZoomExtents();
-        QTest::keyClick(Canvas(), key);
-        EXPECT_NEAR(View().ViewX1, -5 + step * span, 1e-3) << key;
+        zoom.press();
+        EXPECT_NEAR(View().ViewX1, -5 + zoom.step * span, 1e-3) << zoom.how;
     }
+    Button(ToolbarKey::ZIn)->trigger(); // two steps in: Previous would not give the extents
+    Button(ToolbarKey::ZIn)->trigger();
+    Button(ToolbarKey::ZoomExtends)->trigger();
+    ExpectView(-5, -17.5f, 125, 47.5f);
     // The E key: Full Drawing Extents, and its flag, which the next key clears.
     QTest::keyClick(Canvas(), Qt::Key_E);
     ExpectView(-5, -17.5f, 125, 47.5f);
