@@ -1,4 +1,5 @@
 #include "DataFolder.h"
+#include "ProgramFiles.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -31,7 +32,9 @@ bool CanCreateFilesIn(const QString& folder)
 
 DataFolder DataFolder::Choose(const QString& programFolder, const QString& fallback)
 {
-    if (CanCreateFilesIn(programFolder))
+    // An installed bin folder belongs to the package manager and to every user at once,
+    // so an installed copy never writes there, not even as root.
+    if (!ProgramFiles(programFolder).Installed() && CanCreateFilesIn(programFolder))
         return {WithSeparator(programFolder), false};
     QDir().mkpath(fallback);
     return {WithSeparator(fallback), true};

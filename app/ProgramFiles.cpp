@@ -16,6 +16,8 @@ QString ProgramFiles::ShareFolder() const
     return QDir::cleanPath(programFolder_ + QLatin1Char('/') + QStringLiteral(BACKPLOT_SHARE_FROM_BIN));
 }
 
+bool ProgramFiles::Installed() const { return QFileInfo(ShareFolder()).isDir(); }
+
 QString ProgramFiles::HelpIndex() const
 {
     const QString beside = programFolder_ + QStringLiteral("/help/index.html");

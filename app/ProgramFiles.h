@@ -17,6 +17,9 @@ public:
 
     // The installed share folder that belongs to the executable's folder (it may not exist).
     QString ShareFolder() const;
+    // True when the executable runs from an install tree: its share folder exists. A build
+    // folder or a portable folder has none.
+    bool Installed() const;
 
     // The help's contents page: beside the executable, else in the share folder. When
     // neither exists, the path beside the executable, so a message can name it.

@@ -103,7 +103,7 @@ frmBackplot::frmBackplot(UserDialogs* dialogs, QWidget* parent) : QMainWindow(pa
     viewCommands_->MillMode = settings_.Mill;
     ShowToggles();
 
-    // The working files go next to the program unless that folder is read-only.
+    // The working files go next to the program unless it is installed or its folder is read-only.
     const DataFolder folder = DataFolder::ForThisProgram();
     dataFolder_ = folder.Folder;
     translator_->SetDataFolder(dataFolder_.toStdString());

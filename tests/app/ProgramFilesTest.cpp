@@ -1,3 +1,4 @@
+#include "DataFolder.h"
 #include "ProgramFiles.h"
 #include "TestPaths.h"
 
@@ -30,25 +31,71 @@ const Layout Layouts[] = {
      "opt/bin/../bin/", "opt/share/tarvo-backplot/help/index.html", "opt/bin"},
 };
 
+// Makes `files` under `root` (a name ending in "/" is a folder).
+void Make(const QString& root, const std::vector<const char*>& files)
+{
+    for (const char* file : files) {
+        const QString path = root + QString::fromLatin1(file);
+        if (path.endsWith(QLatin1Char('/'))) {
+            ASSERT_TRUE(QDir().mkpath(path));
+            continue;
+        }
+        ASSERT_TRUE(QDir().mkpath(QFileInfo(path).path()));
+        QFile f(path);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    }
+}
+
+QString RootOf(const test::ScratchDir& scratch) { return QString::fromStdString(scratch.Path().string()) + '/'; }
+
 TEST(ProgramFiles, FindsHelpAndSamplesInBuildAndInstalledLayouts)
 {
     for (const Layout& layout : Layouts) {
         SCOPED_TRACE(layout.name);
         test::ScratchDir scratch;
-        const QString root = QString::fromStdString(scratch.Path().string()) + QLatin1Char('/');
-        for (const char* file : layout.files) {
-            const QString path = root + QString::fromLatin1(file);
-            if (path.endsWith(QLatin1Char('/'))) {
-                ASSERT_TRUE(QDir().mkpath(path));
-                continue;
-            }
-            ASSERT_TRUE(QDir().mkpath(QFileInfo(path).path()));
-            QFile f(path);
-            ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        }
+        const QString root = RootOf(scratch);
+        Make(root, layout.files);
         const ProgramFiles files(root + QString::fromLatin1(layout.programFolder));
         EXPECT_EQ(files.HelpIndex(), root + QString::fromLatin1(layout.helpIndex));
         EXPECT_EQ(files.SamplesFolder(), root + QString::fromLatin1(layout.samplesFolder));
+    }
+}
+
+// The working files: beside the program of a build or a portable folder it can write to,
+// else per user; always per user for an installed copy, whose bin folder may well be
+// writable (root, or a prefix in the user's home) but is no place for them.
+TEST(DataFolder, BesideABuildOrPortableProgramPerUserWhenInstalled)
+{
+    struct Row {
+        const char* name;
+        std::vector<const char*> files;
+        const char* programFolder;
+        bool beside;
+    };
+    const Row rows[] = {
+        {"build tree", {"build/app/help/index.html", "build/app/mill.nc"}, "build/app", true},
+        {"portable folder", {"Backplot/"}, "Backplot", true},
+        {"a folder that is gone cannot be written", {}, "gone/bin", false},
+        {"install tree with a writable bin folder", {"usr/bin/", "usr/share/tarvo-backplot/examples/mill.nc"},
+         "usr/bin", false},
+        {"install tree under a home prefix", {".local/bin/", ".local/share/tarvo-backplot/help/index.html"},
+         ".local/bin", false},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        test::ScratchDir scratch;
+        const QString root = RootOf(scratch);
+        Make(root, row.files);
+        const QString program = root + QString::fromLatin1(row.programFolder);
+        const QString perUser = root + QStringLiteral("home/data");
+        const auto shipped = [&] { return QDir(program).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot); };
+        const QStringList before = shipped();
+
+        const DataFolder chosen = DataFolder::Choose(program, perUser);
+        EXPECT_EQ(chosen.Folder, (row.beside ? program : perUser) + '/');
+        EXPECT_EQ(chosen.Fallback, !row.beside);
+        EXPECT_EQ(QDir(perUser).exists(), !row.beside);
+        EXPECT_EQ(shipped(), before); // not even the write probe is left behind
     }
 }
 
