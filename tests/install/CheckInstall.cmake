@@ -12,6 +12,25 @@ if(NOT status EQUAL 0)
   message(FATAL_ERROR "cmake --install failed (${status}): ${errors}")
 endif()
 
+# ---- The installed window keeps its working files per user, not in bin/ (the file list
+# below shows anything it leaves there). Its own folders, so no user's files are touched.
+set(home ${PREFIX}-home)
+file(REMOVE_RECURSE ${home})
+file(MAKE_DIRECTORY ${home}/run)
+file(CHMOD ${home}/run DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)
+set(per_user "${home}/data/Corvane Software Development Inc./TKZBackplot")
+execute_process(COMMAND ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen XDG_DATA_HOME=${home}/data
+    XDG_CONFIG_HOME=${home}/config XDG_RUNTIME_DIR=${home}/run
+    sh -c [[ "$1" "$2" & pid=$!
+      i=0; while [ $i -lt 200 ] && [ ! -s "$3/TKZGraph.Dll" ]; do sleep 0.1; i=$((i + 1)); done
+      kill $pid; wait $pid; [ -s "$3/TKZGraph.Dll" ] ]]
+    sh ${PREFIX}/bin/backplot ${PREFIX}/share/tarvo-backplot/examples/mill_incremental.nc ${per_user}
+  RESULT_VARIABLE no_records OUTPUT_QUIET ERROR_QUIET)
+if(no_records)
+  fail("the installed window wrote no records into ${per_user} within 20 s")
+endif()
+file(REMOVE_RECURSE ${home})
+
 # ---- Exactly these files, no more, no fewer ----
 set(expected
   bin/backplot
@@ -31,6 +50,7 @@ set(expected
   share/icons/hicolor/48x48/apps/tarvo-backplot.png
   share/icons/hicolor/64x64/apps/tarvo-backplot.png
   share/icons/hicolor/scalable/apps/tarvo-backplot.svg
+  share/metainfo/com.corvane.tarvo_backplot.metainfo.xml
   share/mime/packages/tarvo-backplot.xml
   share/tarvo-backplot/examples/lathe_shaft.nc
   share/tarvo-backplot/examples/mill_incremental.nc
@@ -114,8 +134,7 @@ foreach(line
     "TryExec=${PREFIX}/bin/backplot"
     "Icon=tarvo-backplot"
     "Terminal=false"
-    "Categories=Graphics;Science;Engineering;Viewer;"
-    "MimeType=text/x.gcode;")
+    "MimeType=text/x-gcode;text/x.gcode;")
   list(FIND desktop_lines "${line}" at)
   if(at EQUAL -1)
     fail("the .desktop file lacks the line '${line}'")
@@ -126,15 +145,82 @@ if(NOT first_line STREQUAL "[Desktop Entry]")
   fail("the .desktop file does not start with its group header")
 endif()
 
-# ---- The file types: our extensions on the G-code type ----
-file(READ ${PREFIX}/share/mime/packages/tarvo-backplot.xml mime)
-foreach(part "<mime-type type=\"text/x.gcode\">" "<glob pattern=\"*.nc\"/>" "<glob pattern=\"*.ngc\"/>"
-    "<glob pattern=\"*.tap\"/>" "<sub-class-of type=\"text/plain\"/>")
-  string(FIND "${mime}" "${part}" at)
-  if(at EQUAL -1)
-    fail("the MIME package lacks ${part}")
+# ---- The menu entry and the software centre's entry pass their validators without a word ----
+set(metainfo ${PREFIX}/share/metainfo/com.corvane.tarvo_backplot.metainfo.xml)
+find_program(desktop_file_validate desktop-file-validate)
+find_program(appstreamcli appstreamcli)
+if(desktop_file_validate)
+  execute_process(COMMAND ${desktop_file_validate} ${PREFIX}/share/applications/tarvo-backplot.desktop
+    RESULT_VARIABLE status OUTPUT_VARIABLE said ERROR_VARIABLE said)
+  if(NOT status EQUAL 0 OR said)
+    fail("desktop-file-validate (${status}): ${said}")
   endif()
-endforeach()
+else()
+  message(STATUS "desktop-file-validate missing: the menu entry is not validated")
+endif()
+if(appstreamcli)
+  # validate-tree also checks that the metadata, its menu entry and its icon belong together.
+  foreach(check "validate;${metainfo}" "validate-tree;${PREFIX}")
+    execute_process(COMMAND ${appstreamcli} ${check} --no-net --pedantic
+      RESULT_VARIABLE status OUTPUT_VARIABLE said ERROR_VARIABLE said)
+    if(NOT status EQUAL 0 OR said MATCHES "(^|\n)[EWIP]: ")
+      fail("appstreamcli ${check} (${status}): ${said}")
+    endif()
+  endforeach()
+else()
+  message(STATUS "appstreamcli missing: the metadata is not validated")
+endif()
+# Its newest release is this version.
+file(READ ${metainfo} metadata)
+string(REGEX MATCH "<release version=\"([^\"]*)\"" newest "${metadata}")
+set(newest ${CMAKE_MATCH_1})
+file(STRINGS ${BUILD_DIR}/CMakeCache.txt project_version REGEX "^CMAKE_PROJECT_VERSION:")
+string(REGEX REPLACE ".*=" "" project_version "${project_version}")
+if(NOT newest STREQUAL project_version)
+  fail("the metadata's newest release is '${newest}', the project's version ${project_version}")
+endif()
+
+# ---- The file types, as a desktop reads them: G-code text under every name we claim, while
+# a binary NetCDF file keeps its own type, in a database built from the system's types and
+# ours together, as an installation has it ----
+find_program(update_mime update-mime-database)
+find_program(gio gio)
+set(system_types /usr/share/mime/packages/freedesktop.org.xml)
+if(update_mime AND gio AND EXISTS ${system_types})
+  set(mime_home ${PREFIX}-mime)
+  file(REMOVE_RECURSE ${mime_home})
+  file(COPY ${system_types} ${PREFIX}/share/mime/packages/tarvo-backplot.xml DESTINATION ${mime_home}/mime/packages)
+  execute_process(COMMAND ${CMAKE_COMMAND} -E env XDG_DATA_DIRS=${mime_home} ${update_mime} ${mime_home}/mime
+    RESULT_VARIABLE status ERROR_VARIABLE errors)
+  if(NOT status EQUAL 0 OR errors)
+    fail("update-mime-database: ${status} ${errors}")
+  endif()
+  file(COPY_FILE ${PREFIX}/share/tarvo-backplot/examples/lathe_shaft.nc ${mime_home}/lathe.ngc)
+  file(WRITE ${mime_home}/tape.nc "%\nO1000\nG90 G0 X10.\n")
+  file(WRITE ${mime_home}/words.tap "G90 G21\nG1 X5. F100\n")
+  file(WRITE ${mime_home}/blocks.cnc "N10 G0 X0\n")
+  file(WRITE ${mime_home}/notes.gcode "(made by hand)\nG0 X1\n")
+  file(WRITE ${mime_home}/lowercase.nc "g0 x1\n")     # text all the same
+  file(WRITE ${mime_home}/program "(PLATE)\nG90\n")    # no name to go by
+  # The first bytes of a NetCDF classic file: magic, no records, no dimensions.
+  execute_process(COMMAND printf "CDF\\001\\000\\000\\000\\000\\000\\000\\000\\000" OUTPUT_FILE ${mime_home}/ocean.nc)
+  foreach(pair "lathe.ngc;text/x-gcode" "tape.nc;text/x-gcode" "words.tap;text/x-gcode"
+      "blocks.cnc;text/x-gcode" "notes.gcode;text/x-gcode" "lowercase.nc;text/x-gcode" "program;text/x-gcode"
+      "ocean.nc;application/x-netcdf")
+    list(GET pair 0 name)
+    list(GET pair 1 type)
+    execute_process(COMMAND ${CMAKE_COMMAND} -E env XDG_DATA_HOME=${mime_home}/none XDG_DATA_DIRS=${mime_home}
+        ${gio} info -a standard::content-type ${mime_home}/${name}
+      OUTPUT_VARIABLE info ERROR_QUIET)
+    string(REGEX MATCH "content-type: [^\n]*" seen "${info}")
+    if(NOT seen STREQUAL "content-type: ${type}")
+      fail("${name} should be ${type}, the desktop reads '${seen}'")
+    endif()
+  endforeach()
+  file(REMOVE_RECURSE ${mime_home})
+else()
+  message(STATUS "file types not read back: update-mime-database, gio or ${system_types} missing")
+endif()
 
 # ---- The icons: PNG files of the size their folder names ----
 foreach(size 16 22 24 32 48 64 128 256)
