@@ -10,11 +10,26 @@ namespace backplot::test {
 
 std::filesystem::path SourceDir() { return BACKPLOT_SOURCE_DIR; }
 
+namespace {
+
+std::filesystem::path CorpusPlace()
+{
+    const char* named = std::getenv("BACKPLOT_CORPUS");
+    return named && *named ? std::filesystem::path(named) : SourceDir().parent_path() / "shared" / "corpus";
+}
+
+} // namespace
+
 std::filesystem::path CorpusDir()
 {
-    if (const char* given = std::getenv("BACKPLOT_CORPUS"); given && *given)
-        return given;
-    return SourceDir().parent_path() / "shared" / "corpus";
+    const auto place = CorpusPlace();
+    return std::filesystem::is_directory(place) ? place : std::filesystem::path();
+}
+
+std::string CorpusMissing()
+{
+    return "no corpus at " + CorpusPlace().string() +
+           ": set BACKPLOT_CORPUS to its folder, or put the shared folder beside the checkout as ../shared/corpus";
 }
 
 ScratchDir::ScratchDir()

@@ -7,9 +7,11 @@ namespace backplot::test {
 
 // The source tree, for examples/ and tests/ data.
 std::filesystem::path SourceDir();
-// The shared corpus of real part programs written by others: $BACKPLOT_CORPUS, or
-// shared/corpus beside the checkout.
+// The shared corpus of real part programs written by others: the folder named by
+// BACKPLOT_CORPUS, else ../shared/corpus beside the checkout. Empty when it is not there
+// (a checkout cloned alone); CorpusMissing() then says where it was looked for.
 std::filesystem::path CorpusDir();
+std::string CorpusMissing();
 
 // A fresh empty folder, removed with the object.
 class ScratchDir {

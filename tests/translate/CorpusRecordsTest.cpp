@@ -13,8 +13,8 @@ namespace fs = std::filesystem;
 // boxes, with the first answered Cancel. The stored checksums come from that translator.
 TEST(Corpus, RecordFilesStayByteForByte)
 {
-    if (!fs::is_directory(CorpusDir() / "mill"))
-        GTEST_SKIP() << "no corpus at " << CorpusDir() << ": set BACKPLOT_CORPUS to the folder holding mill/ and lathe/";
+    if (CorpusDir().empty())
+        GTEST_SKIP() << CorpusMissing();
     ChecksumTable table(SourceDir() / "tests/translate/corpus-records.txt");
     std::size_t compared = 0;
     for (const std::string kind : {"mill", "lathe"}) {

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <random>
+#include <vector>
 
 using namespace backplot;
 using namespace backplot::test;
@@ -214,7 +215,10 @@ TEST(Driver, HostileInputNeitherCrashesNorHangs)
 TEST(Corpus, EveryProgramTranslatesIntoWellFormedRecords)
 {
     int programs = 0;
-    for (const fs::path& folder : {SourceDir() / "examples", CorpusDir() / "mill", CorpusDir() / "lathe"}) {
+    std::vector<fs::path> folders{SourceDir() / "examples"};
+    if (!CorpusDir().empty())
+        folders.insert(folders.end(), {CorpusDir() / "mill", CorpusDir() / "lathe"});
+    for (const fs::path& folder : folders) {
         for (const auto& entry : fs::is_directory(folder) ? fs::directory_iterator(folder) : fs::directory_iterator()) {
             const std::string ext = entry.path().extension().string();
             if (ext != ".nc" && ext != ".ngc" && ext != ".gcode")

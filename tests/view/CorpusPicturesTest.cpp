@@ -30,8 +30,8 @@ std::string PictureChecksum(const ImageSurface& surface)
 // faster. The stored checksums come from that plot pass.
 TEST(CorpusPictures, EveryPixelAsBefore)
 {
-    if (!fs::is_directory(CorpusDir() / "mill"))
-        GTEST_SKIP() << "no corpus at " << CorpusDir() << ": set BACKPLOT_CORPUS to the folder holding mill/ and lathe/";
+    if (CorpusDir().empty())
+        GTEST_SKIP() << CorpusMissing();
     ChecksumTable table(SourceDir() / "tests/view/corpus-pictures.txt");
     std::size_t compared = 0;
     for (const std::string kind : {"mill", "lathe"}) {
