@@ -1,13 +1,22 @@
 #!/usr/bin/env bash
-# Installs the Debian packages the build, the tests and the benchmarks need.
-# Safe to run again: it installs only what is missing.
+# Installs the Debian packages a task needs. Safe to run again: it installs only what is missing.
+#   install-deps.sh run      building the window and the CLI, and running the window
+#   install-deps.sh package  the same, plus what `make package` needs for the .deb
+#   install-deps.sh clang    everything, plus Clang
+#   install-deps.sh [all]    everything: the tests, the benchmarks, the package and its checks
 set -euo pipefail
 
-packages=(
+group=${1:-all}
+
+run=(
   g++ cmake make pkg-config
   qt6-base-dev qt6-svg-dev libgl-dev qt6-qpa-plugins fonts-dejavu-core
   libcli11-dev
   libqscintilla2-qt6-dev
+)
+# CPack's DEB generator: dpkg-shlibdeps finds the Depends, `file` tells it the executables.
+package=(dpkg-dev file)
+rest=(
   libgtest-dev libgmock-dev googletest
   libbenchmark-dev
   # The window under a virtual display, driven as a user and a screen reader would.
@@ -16,7 +25,17 @@ packages=(
   python3-ezdxf poppler-utils
   # The window's memory and event-loop gaps for the speed table (scripts/window-memory.py).
   strace procps
+  # The installed menu entry, metadata and file types, checked as a desktop reads them.
+  desktop-file-utils appstream shared-mime-info libglib2.0-bin
 )
+
+case $group in
+  run) packages=("${run[@]}") ;;
+  package) packages=("${run[@]}" "${package[@]}") ;;
+  all) packages=("${run[@]}" "${package[@]}" "${rest[@]}") ;;
+  clang) packages=("${run[@]}" "${package[@]}" "${rest[@]}" clang) ;;
+  *) echo "install-deps.sh: unknown group '$group' (run, package, clang or all)" >&2; exit 2 ;;
+esac
 
 missing=()
 for p in "${packages[@]}"; do
