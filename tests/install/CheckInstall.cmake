@@ -181,43 +181,56 @@ if(NOT newest STREQUAL project_version)
 endif()
 
 # ---- The file types, as a desktop reads them: G-code text under every name we claim, while
-# a binary NetCDF file keeps its own type, in a database built from the system's types and
-# ours together, as an installation has it ----
+# a binary NetCDF file keeps its own type. Two arrangements: the package's, where our types
+# and the system's share one database, and a home prefix's, where ours lie in a database of
+# their own in front of the system's (the two are searched differently) ----
 find_program(update_mime update-mime-database)
 find_program(gio gio)
 set(system_types /usr/share/mime/packages/freedesktop.org.xml)
 if(update_mime AND gio AND EXISTS ${system_types})
-  set(mime_home ${PREFIX}-mime)
-  file(REMOVE_RECURSE ${mime_home})
-  file(COPY ${system_types} ${PREFIX}/share/mime/packages/tarvo-backplot.xml DESTINATION ${mime_home}/mime/packages)
-  execute_process(COMMAND ${CMAKE_COMMAND} -E env XDG_DATA_DIRS=${mime_home} ${update_mime} ${mime_home}/mime
-    RESULT_VARIABLE status ERROR_VARIABLE errors)
-  if(NOT status EQUAL 0 OR errors)
-    fail("update-mime-database: ${status} ${errors}")
-  endif()
-  file(COPY_FILE ${PREFIX}/share/tarvo-backplot/examples/lathe_shaft.nc ${mime_home}/lathe.ngc)
-  file(WRITE ${mime_home}/tape.nc "%\nO1000\nG90 G0 X10.\n")
-  file(WRITE ${mime_home}/words.tap "G90 G21\nG1 X5. F100\n")
-  file(WRITE ${mime_home}/blocks.cnc "N10 G0 X0\n")
-  file(WRITE ${mime_home}/notes.gcode "(made by hand)\nG0 X1\n")
-  file(WRITE ${mime_home}/lowercase.nc "g0 x1\n")     # text all the same
-  file(WRITE ${mime_home}/program "(PLATE)\nG90\n")    # no name to go by
-  # The first bytes of a NetCDF classic file: magic, no records, no dimensions.
-  execute_process(COMMAND printf "CDF\\001\\000\\000\\000\\000\\000\\000\\000\\000" OUTPUT_FILE ${mime_home}/ocean.nc)
-  foreach(pair "lathe.ngc;text/x-gcode" "tape.nc;text/x-gcode" "words.tap;text/x-gcode"
-      "blocks.cnc;text/x-gcode" "notes.gcode;text/x-gcode" "lowercase.nc;text/x-gcode" "program;text/x-gcode"
-      "ocean.nc;application/x-netcdf")
-    list(GET pair 0 name)
-    list(GET pair 1 type)
-    execute_process(COMMAND ${CMAKE_COMMAND} -E env XDG_DATA_HOME=${mime_home}/none XDG_DATA_DIRS=${mime_home}
-        ${gio} info -a standard::content-type ${mime_home}/${name}
-      OUTPUT_VARIABLE info ERROR_QUIET)
-    string(REGEX MATCH "content-type: [^\n]*" seen "${info}")
-    if(NOT seen STREQUAL "content-type: ${type}")
-      fail("${name} should be ${type}, the desktop reads '${seen}'")
+  set(scratch ${PREFIX}-mime)
+  file(REMOVE_RECURSE ${scratch})
+  set(ours ${PREFIX}/share/mime/packages/tarvo-backplot.xml)
+  file(COPY ${system_types} ${ours} DESTINATION ${scratch}/package/mime/packages)
+  file(COPY ${system_types} DESTINATION ${scratch}/system/mime/packages)
+  file(COPY ${ours} DESTINATION ${scratch}/home/mime/packages)
+  foreach(database package system home)
+    execute_process(COMMAND ${CMAKE_COMMAND} -E env XDG_DATA_DIRS=${scratch}/${database}
+        ${update_mime} ${scratch}/${database}/mime
+      RESULT_VARIABLE status ERROR_VARIABLE errors)
+    if(NOT status EQUAL 0 OR errors)
+      fail("update-mime-database: ${status} ${errors}")
     endif()
   endforeach()
-  file(REMOVE_RECURSE ${mime_home})
+  set(files ${scratch}/files)
+  file(MAKE_DIRECTORY ${files})
+  file(COPY_FILE ${PREFIX}/share/tarvo-backplot/examples/lathe_shaft.nc ${files}/lathe.ngc)
+  file(WRITE ${files}/tape.nc "%\nO1000\nG90 G0 X10.\n")
+  file(WRITE ${files}/words.tap "G90 G21\nG1 X5. F100\n")
+  file(WRITE ${files}/blocks.cnc "N10 G0 X0\n")
+  file(WRITE ${files}/notes.gcode "(made by hand)\nG0 X1\n")
+  file(WRITE ${files}/lowercase.nc "g0 x1\n")     # text all the same
+  file(WRITE ${files}/program "(PLATE)\nG90\n")    # no name to go by
+  # The first bytes of a NetCDF classic file: magic, no records, no dimensions.
+  execute_process(COMMAND printf "CDF\\001\\000\\000\\000\\000\\000\\000\\000\\000" OUTPUT_FILE ${files}/ocean.nc)
+  foreach(dirs "${scratch}/none;${scratch}/package" "${scratch}/home;${scratch}/system")
+    list(GET dirs 0 data_home)
+    list(GET dirs 1 data_dirs)
+    foreach(pair "lathe.ngc;text/x-gcode" "tape.nc;text/x-gcode" "words.tap;text/x-gcode"
+        "blocks.cnc;text/x-gcode" "notes.gcode;text/x-gcode" "lowercase.nc;text/x-gcode" "program;text/x-gcode"
+        "ocean.nc;application/x-netcdf")
+      list(GET pair 0 name)
+      list(GET pair 1 type)
+      execute_process(COMMAND ${CMAKE_COMMAND} -E env XDG_DATA_HOME=${data_home} XDG_DATA_DIRS=${data_dirs}
+          ${gio} info -a standard::content-type ${files}/${name}
+        OUTPUT_VARIABLE info ERROR_QUIET)
+      string(REGEX MATCH "content-type: [^\n]*" seen "${info}")
+      if(NOT seen STREQUAL "content-type: ${type}")
+        fail("${name} should be ${type}; with the types of ${data_home} and ${data_dirs} a desktop reads '${seen}'")
+      endif()
+    endforeach()
+  endforeach()
+  file(REMOVE_RECURSE ${scratch})
 else()
   message(STATUS "file types not read back: update-mime-database, gio or ${system_types} missing")
 endif()
