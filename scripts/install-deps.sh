@@ -25,8 +25,9 @@ rest=(
   python3-ezdxf poppler-utils
   # The window's memory and event-loop gaps for the speed table (scripts/window-memory.py).
   strace procps
-  # The installed menu entry, metadata and file types, checked as a desktop reads them.
-  desktop-file-utils appstream shared-mime-info libglib2.0-bin
+  # The installed menu entry, metadata, file types and manual pages, checked as a desktop
+  # and man read them.
+  desktop-file-utils appstream shared-mime-info libglib2.0-bin man-db
 )
 
 case $group in

@@ -180,6 +180,22 @@ if(NOT newest STREQUAL project_version)
   fail("the metadata's newest release is '${newest}', the project's version ${project_version}")
 endif()
 
+# ---- The manual pages render without a warning, as lintian reads them ----
+file(GLOB man_pages ${PREFIX}/share/man/man*/*)
+find_program(man_program man)
+if(man_program)
+  foreach(page IN LISTS man_pages)
+    execute_process(COMMAND ${CMAKE_COMMAND} -E env LC_ALL=C.UTF-8 MANROFFSEQ= MANWIDTH=80
+        ${man_program} --warnings -E UTF-8 -l -Tutf8 -Z ${page}
+      RESULT_VARIABLE status OUTPUT_VARIABLE text ERROR_VARIABLE warnings)
+    if(NOT status EQUAL 0 OR warnings OR NOT text)
+      fail("man ${page} (${status}): ${warnings}")
+    endif()
+  endforeach()
+elseif(man_pages)
+  message(STATUS "man missing: the manual pages are not read back")
+endif()
+
 # ---- The file types, as a desktop reads them: G-code text under every name we claim, while
 # a binary NetCDF file keeps its own type. Two arrangements: the package's, where our types
 # and the system's share one database, and a home prefix's, where ours lie in a database of
