@@ -79,7 +79,7 @@ struct TranslationState {
     bool Helical = false;       // milling: Z word in G2/G3 mode in this block
 
     // Tools
-    std::int16_t ToolNumber = 0;          // {T}
+    std::int16_t ToolNumber = 0;          // {T}; 0 again at each translation
     std::int16_t ToolChangeCount = 0;     // T words met; reset per program
     std::vector<ToolChange> ToolChanges;  // one per T word; reset per program
 

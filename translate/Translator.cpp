@@ -237,18 +237,27 @@ void Translator::TranslateProgram()
     TranslationState& s = state_;
     stoppedEarly_ = true; // until the loop reaches the end or "M30"
 
-    // Reset the driver's counters, the record buffer and the positions.
+    // Reset the driver's counters, the record buffer and the modal state. What the last
+    // program left must not reach this one: its tool (records before the first T word
+    // would carry it), arc words of a block that failed half-way, a DXF collection an
+    // error cut short. Kept: the arc centre, the unused words, the tool colours and, until
+    // the open resets them, the tool changes.
     s.CommentCharCount = 4;
     s.LineBuffer.assign(60, ' ');
     s.LineCount = 0;
     s.RecordLength = 128;
+    s.CurrentBlock.clear();
     record_.Clear(0);
     s.CurX = s.CurY = s.CurZ = 1e-14;
     s.LastX = s.LastY = s.LastZ = 0;
     s.ArcRadius = s.ArcStartAngle = s.ArcEndAngle = 0;
+    s.ValI = s.ValJ = s.ValK = s.ValR = s.ValROther = 0;
+    s.HaveArcData = s.Helical = false;
     s.Absolute = true;
     s.MoveMode = 0;
+    s.ToolNumber = 0;
     s.AbortTranslation = false;
+    s.CollectDxf = false;
 
     // The numbering restarts only when an old record file was there; it is rewritten in
     // place.

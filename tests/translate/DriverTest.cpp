@@ -1,8 +1,10 @@
 #include "TranslateHarness.h"
 
+#include <array>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <random>
+#include <tuple>
 #include <vector>
 
 using namespace backplot;
@@ -121,6 +123,60 @@ TEST(Driver, RecordNumberingRestartsOnlyWhenTheOldFileExisted)
     EXPECT_EQ(h.S().RecordCount, 1);
     ASSERT_EQ(records.size(), 1u);
     EXPECT_EQ(records[0].EndX, 4);
+}
+
+TEST(Driver, ASecondProgramTranslatesAsOnAFreshStart)
+{
+    // Six tools; it ends in incremental linear mode with T6 in force, after an arc centred
+    // at (15, 2), and with a block that fails once its I word is read.
+    const std::string sixTools = "(SIX TOOLS)\nG0 X0 Y0 Z5.\nT1 M6\nG1 X10. Y2. Z-1.\nT2 M6\nG2 X20. Y2. R5.\n"
+                                 "T3\nG1 X25.\nT4\nT5\nG91 T6 X1.\nG3 X3. I1. J-\n";
+    // An arc without I first, then moves before its first T word.
+    const std::string twoTools = "G2 X2. Y2. J1.\nG0 X1. Y1.\nG1 X2.\nT7\nG1 Y3.\nT8\nG1 X9.\n";
+    using Pairs = std::vector<std::pair<int, int>>;
+    const struct { const char* name; std::string first, second; std::size_t keptCentre; } rows[] = {
+        {"one program twice", sixTools, sixTools, 3}, {"six tools then two", sixTools, twoTools, 0}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        Harness fresh, second;
+        const auto expected = fresh.Run(row.second);
+        second.Run(row.first);
+        ASSERT_EQ(second.S().ArcCenterX, 15);
+        ASSERT_EQ(second.S().ArcCenterY, 2);
+        second.S().CollectDxf = true; // as a failed DXF export leaves it
+        const auto records = second.Run(row.second);
+
+        const TranslationState &s = second.S(), &f = fresh.S();
+        EXPECT_EQ(std::make_tuple(s.RecordCount, s.LineCount, s.FirstBlockLine, s.ToolChangeCount),
+                  std::make_tuple(f.RecordCount, f.LineCount, f.FirstBlockLine, f.ToolChangeCount));
+        Pairs changes, freshChanges;
+        for (const ToolChange& c : s.ToolChanges)
+            changes.emplace_back(c.ToolNumber, c.LineNumber);
+        for (const ToolChange& c : f.ToolChanges)
+            freshChanges.emplace_back(c.ToolNumber, c.LineNumber);
+        EXPECT_EQ(changes, freshChanges);
+        // The colours the plot pass looks up: one entry per tool change of this program.
+        for (int n = 0; n < f.ToolChangeCount; ++n) {
+            const ToolColor &c = second.T.ToolColors()[n], &e = fresh.T.ToolColors()[n];
+            EXPECT_EQ(std::make_tuple(c.ToolNumber, c.Color, c.ColorIndex),
+                      std::make_tuple(e.ToolNumber, e.Color, e.ColorIndex)) << n;
+        }
+        // Byte for byte, but for the arc centre, which the records before the program's own
+        // first arc carry over from the translation before (stored Y negated).
+        ASSERT_EQ(records.size(), expected.size());
+        for (std::size_t k = 0; k < records.size(); ++k) {
+            EntityRecord want = expected[k];
+            if (k < row.keptCentre) {
+                EXPECT_EQ(std::make_pair(want.CenterX, want.CenterY), std::make_pair(0.0f, 0.0f)) << k + 1;
+                want.CenterX = 15;
+                want.CenterY = -2;
+            }
+            std::array<std::uint8_t, EntityRecord::Size> got{}, wanted{};
+            EncodeRecord(records[k], got);
+            EncodeRecord(want, wanted);
+            EXPECT_EQ(got, wanted) << "record " << k + 1 << ": " << records[k].BlockTextView();
+        }
+    }
 }
 
 TEST(Driver, SixteenBitCountersReportEveryLineBeyond32767)
