@@ -175,12 +175,15 @@ std::optional<std::string> GuiDialogs::SaveFileName(const std::string& title, co
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     // The platform's own dialog would not ask this class whether a name may be accepted.
     dialog.setOption(QFileDialog::DontUseNativeDialog);
-    dialog.setOption(QFileDialog::HideNameFilterDetails);
     dialog.setDirectory(QString::fromStdString(initialDir));
+    // Each description is shown as it stands; one that does not name its pattern in
+    // parentheses gets it added, since that is where the dialog reads what to match.
     QStringList names;
-    for (const FileFilter& f : filters)
-        names.append(QString::fromStdString(f.Description).trimmed() + QLatin1String(" (") +
-                     QString::fromStdString(f.Pattern).trimmed() + QLatin1Char(')'));
+    for (const FileFilter& f : filters) {
+        const QString description = QString::fromStdString(f.Description).trimmed();
+        const QString pattern = QLatin1Char('(') + QString::fromStdString(f.Pattern).trimmed() + QLatin1Char(')');
+        names.append(description.endsWith(pattern) ? description : description + QLatin1Char(' ') + pattern);
+    }
     dialog.setNameFilters(names);
     if (!names.isEmpty())
         dialog.selectNameFilter(names.first());

@@ -73,7 +73,7 @@ void DxfExport::SaveAsDXF(ExportFileName& exportFileName, const std::string& wor
         // still writes DXF text.
         const std::optional<std::string> path =
             exportFileName.Choose(dialogs_, "Save As DXF File", workDir,
-                                  {{"DXF files", "*.dxf"}, {"Windows bmps", "*.bmp"}}, ".dxf");
+                                  {{"DXF files (*.dxf)", "*.dxf"}, {"Windows bmps (*.bmp)", "*.bmp"}}, ".dxf");
         if (!path)
             return;
 

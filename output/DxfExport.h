@@ -32,8 +32,8 @@ public:
     // is then left set, as the error ends the procedure before its clean-up.
     void GetDXFCoords();
 
-    // The window's command: the save dialog "Save As DXF File" in `workDir` ("DXF files"
-    // then "Windows bmps", the first chosen; only existing files), the name kept in
+    // The window's command: the save dialog "Save As DXF File" in `workDir` ("DXF files (*.dxf)"
+    // then "Windows bmps (*.bmp)", the first chosen; only existing files), the name kept in
     // `exportFileName` with ".dxf" added when it holds no dot, GetDXFCoords, the DXF text
     // with `canvas` as its header written to the file, and the arrays emptied. Any error,
     // a cancel included, ends the command silently; a file that cannot be opened is not

@@ -136,7 +136,7 @@ void OutputCommands::SaveAsBMP(UserDialogs& dialogs, const Settings& settings, c
 {
     try {
         const std::optional<std::string> name =
-            exportFileName_.Choose(dialogs, "Save As Windows bitmap", settings.WorkDir, {{"Windows bmp", "*.bmp"}}, ".bmp");
+            exportFileName_.Choose(dialogs, "Save As Windows bitmap", settings.WorkDir, {{"Windows bmp (*.bmp)", "*.bmp"}}, ".bmp");
         if (!name)
             return;
         // What the canvas shows, at screen resolution.

@@ -42,7 +42,7 @@ public:
     void SaveAsDXF(Translator& translator, UserDialogs& dialogs, const Settings& settings, const DrawSurface& canvas);
 
     // "&Windows Bitmap": the dialog "Save As Windows bitmap" in "Work Dir" (filter
-    // "Windows bmp", only existing files), ".bmp" added to a name without a dot, the
+    // "Windows bmp (*.bmp)", only existing files), ".bmp" added to a name without a dot, the
     // canvas's visible picture saved as a BMP file, then `redraw`. A cancel or any error
     // ends the command at once, silently, without the redraw.
     void SaveAsBMP(UserDialogs& dialogs, const Settings& settings, const CanvasWidget& canvas,

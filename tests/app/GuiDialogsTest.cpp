@@ -3,6 +3,9 @@
 #include "WindowFixture.h"
 
 #include <QAbstractButton>
+#include <QComboBox>
+#include <QDir>
+#include <QFileDialog>
 #include <QMessageBox>
 #include <QRegularExpression>
 #include <tuple>
@@ -63,6 +66,28 @@ TEST(GuiDialogs, OpenFilterShowsEveryFileForTheAllFilesPattern)
     EXPECT_FALSE(shows("*.nc;*.ngc", "part.tap"));
     EXPECT_EQ(FilterPatterns("*.*"), QStringList{"*"});
     EXPECT_EQ(FilterPatterns("*.nc;*.ngc"), (QStringList{"*.nc", "*.NC", "*.ngc", "*.NGC"}));
+}
+
+TEST(GuiDialogs, SaveFiltersShowTheirDescriptionsAsGiven)
+{
+    // The two export dialogs' lists, one more description that names no pattern; the
+    // dialog shows each as it is given, and matches by the pattern all the same.
+    const std::vector<FileFilter> filters{
+        {"DXF files (*.dxf)", "*.dxf"}, {"Windows bmps (*.bmp)", "*.bmp"}, {"Drawings", "*.dwg"}};
+    QStringList shown;
+    QString chosen;
+    OnNextModal([&](QWidget* modal) {
+        if (auto* combo = modal->findChild<QComboBox*>(QStringLiteral("fileTypeCombo")))
+            for (int i = 0; i < combo->count(); ++i)
+                shown << combo->itemText(i);
+        if (auto* dialog = qobject_cast<QFileDialog*>(modal))
+            chosen = dialog->selectedNameFilter();
+        modal->close();
+    });
+    EXPECT_EQ(GuiDialogs().SaveFileName("Save As DXF File", QDir::tempPath().toStdString(), filters, true),
+              std::nullopt);
+    EXPECT_EQ(shown, QStringList({"DXF files (*.dxf)", "Windows bmps (*.bmp)", "Drawings (*.dwg)"}));
+    EXPECT_EQ(chosen, QStringLiteral("DXF files (*.dxf)"));
 }
 
 TEST(InstanceLock, SecondCopyIsTurnedAway)

@@ -63,10 +63,10 @@ def main(program):
         dialog = top_window(app, "Save As DXF File")
         wait_for("part.dxf listed in the dialog", lambda: find_all(dialog, lambda n: n.name == "part.dxf"))
         filters = [c for c in find_all(dialog, lambda n: n.getRole() == pyatspi.ROLE_COMBO_BOX)
-                   if "DXF files" in [n.name for n in find_all(c, lambda n: n.getRole() == pyatspi.ROLE_LIST_ITEM)]]
+                   if "DXF files (*.dxf)" in [n.name for n in find_all(c, lambda n: n.getRole() == pyatspi.ROLE_LIST_ITEM)]]
         checks.equal("the filter lists", [([n.name for n in find_all(c, lambda n: n.getRole() ==
                                             pyatspi.ROLE_LIST_ITEM)], c.name) for c in filters],
-                     [(["DXF files", "Windows bmps"], "DXF files")])
+                     [(["DXF files (*.dxf)", "Windows bmps (*.bmp)"], "DXF files (*.dxf)")])
 
         # 3. Only the name of an existing file is taken.
         set_field(app, "missing.dxf")

@@ -294,7 +294,7 @@ TEST_F(DxfExportTest, SaveAsDXFNamesTheFileByTheRuleOrEndsSilently)
     // Only names of existing files, as the dialog has always been set up.
     using Request = test::ScriptedDialogs::SaveRequest;
     EXPECT_EQ(rig.Dialogs.SaveRequests.back(),
-              (Request{"Save As DXF File", "/work/dir", {{"DXF files", "*.dxf"}, {"Windows bmps", "*.bmp"}}, true}));
+              (Request{"Save As DXF File", "/work/dir", {{"DXF files (*.dxf)", "*.dxf"}, {"Windows bmps (*.bmp)", "*.bmp"}}, true}));
 
     // A folder chosen as the file: the re-run happens, the write fails, nothing is said.
     std::filesystem::create_directory(folder / "v1.2");

@@ -218,7 +218,7 @@ TEST_F(BitmapExport, SavesTheVisiblePictureThenRedraws)
 
     using Request = test::ScriptedDialogs::SaveRequest;
     EXPECT_EQ(rig.Dialogs.SaveRequests,
-              std::vector<Request>({{"Save As Windows bitmap", "/work/dir", {{"Windows bmp", "*.bmp"}}, true}}));
+              std::vector<Request>({{"Save As Windows bitmap", "/work/dir", {{"Windows bmp (*.bmp)", "*.bmp"}}, true}}));
     EXPECT_EQ(output.ExportName().Name(), chosen.string() + ".bmp");
     const std::string bytes = test::ReadAll(chosen.string() + ".bmp");
     ASSERT_EQ(bytes.substr(0, 2), "BM");
