@@ -123,8 +123,7 @@ int RunPrint(CliSession& session)
     const std::string& path = session.Options().Output;
     session.Out().flush();
     if (!PrintPage(session, path)) {
-        session.Err() << "backplot-cli: no page written to " << path
-                      << (session.ExitCode() == 0 ? ": nothing to print\n" : "\n");
+        session.Err() << "backplot-cli: no page written to " << path << '\n';
         return 1;
     }
     return session.ExitCode();

@@ -204,9 +204,7 @@ bool OutputCommands::Print(Plotter& plotter, Translator& translator, const Setti
         ReplayRecords(translator, plotter.RecordTotal, renderer,
                       [&](const EntityRecord& record) { renderer.PrintEntity(page, record); });
 
-        // Nothing drawn is nothing to print.
-        if (page.Empty())
-            return false;
+        // The document is ended and the page sent even when nothing was drawn on it.
         SendPage(printer, page);
         pointer.Release();
         if (printer.outputFormat() == QPrinter::PdfFormat) {

@@ -52,7 +52,7 @@ public:
     // page's window), records 1 to plotter.RecordTotal read into the translator's record
     // buffer and drawn by PrintEntity, then the page is sent. The hourglass meanwhile. On
     // any error: "An error occured while printing" (no icon, "Corvane Backplot") and no
-    // page is sent. A page with nothing on it is not sent either. When the page went to a
+    // page is sent. A page with nothing on it is sent as it is. When the page went to a
     // PDF file in place of a printer, `status` receives a text naming it (status line 1).
     // Returns true when a page was sent.
     bool Print(Plotter& plotter, Translator& translator, const Settings& settings, UserDialogs& dialogs,

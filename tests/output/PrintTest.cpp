@@ -114,13 +114,22 @@ TEST_F(PrintTest, WideViewFillsThePageWidthCentredVertically)
     EXPECT_NEAR(box.center().y(), 585, 2);
 }
 
-TEST_F(PrintTest, FailuresShowTheMessageAndSendNoPageAndNoProgramSaysNothing)
+TEST_F(PrintTest, FailuresShowTheMessageAndSendNoPageAndNoProgramSendsABlankOne)
 {
-    // Nothing opened: an empty view, no records, nothing printed and nothing said.
-    EXPECT_FALSE(Print());
+    // Nothing opened: an empty view, no records; the document still ends with its page,
+    // blank, and nothing is said.
+    EXPECT_TRUE(Print());
     EXPECT_TRUE(rig.Dialogs.Messages.empty());
-    EXPECT_FALSE(std::filesystem::exists(pdf));
+    const QImage blank = Rasterise(pdf);
+    ASSERT_EQ(blank.size(), QSize(827, 1170));
+    EXPECT_EQ(blank.convertToFormat(QImage::Format_RGB32), [&] {
+        QImage white(blank.size(), QImage::Format_RGB32);
+        white.fill(Qt::white);
+        return white;
+    }());
     EXPECT_EQ(rig.View.View.ViewX1, 0);
+    std::filesystem::remove(pdf);
+    status.clear();
 
     using Message = test::ScriptedDialogs::ShownMessage;
     const Message printError{"An error occured while printing", "Corvane Backplot", MsgIcon::None, MsgButtons::Ok};
