@@ -16,6 +16,7 @@ namespace backplot {
 namespace {
 
 constexpr const char* MessageTitle = "Corvane Backplot";
+constexpr float LongestSlowTime = 1; // the last choice of the properties dialog's list
 
 std::string_view Trimmed(std::string_view text)
 {
@@ -93,9 +94,18 @@ public:
         Number(name, field, defaultValue, [](double v) { return RoundToInt32(v); }, std::to_string(defaultValue));
     }
 
-    void Single(const char* name, float& field, float defaultValue)
+    // A float that must lie in (0, most]: a value outside counts as out of range.
+    void PositiveSingle(const char* name, float& field, float defaultValue, float most)
     {
-        Number(name, field, defaultValue, [](double v) { return ToSingle(v); }, FloatText(defaultValue));
+        Number(
+            name, field, defaultValue,
+            [most](double v) {
+                const float value = ToSingle(v);
+                if (!(value > 0 && value <= most))
+                    throw RunTimeError("Overflow");
+                return value;
+            },
+            FloatText(defaultValue));
     }
 
 private:
@@ -177,7 +187,9 @@ void SettingsStore::LoadSettings(Settings& settings, ToolColorTable& toolColors,
     read.Flag("Show Axis", settings.ShowAxis, defaults.ShowAxis);
     read.Flag("Show Rapid", settings.ShowRapid, defaults.ShowRapid);
     read.Flag("Show Blips", settings.ShowBlips, defaults.ShowBlips);
-    read.Single("Slow Time", settings.SlowTime, defaults.SlowTime);
+    // Slow motion waits without letting events through, so a delay the properties
+    // dialog does not offer (its longest is 1 s) could hold the window for good.
+    read.PositiveSingle("Slow Time", settings.SlowTime, defaults.SlowTime, LongestSlowTime);
     read.Text("File Ext", settings.FileExt, defaults.FileExt);
     read.Text("Work Dir", settings.WorkDir, programFolder);
     read.Int32("Backcolor", settings.Backcolor, defaults.Backcolor);

@@ -150,6 +150,27 @@ TEST(SettingsStore, UnreadableTextIsReportedAndItsDefaultUsed)
     EXPECT_EQ(loaded->settings.Backcolor, 0xFFFFFF);
     EXPECT_EQ(loaded->colors[2].Color, 0x00FF00u);
     EXPECT_EQ(loaded->settings.AxisLine, 2); // the good value among them is still read
+
+    // A slow time the properties dialog could not have written (its list runs from .05 to
+    // 1) would hold the window in its wait for good: a bad value like any other.
+    const char* const range = "which is out of range";
+    const char* const number = "which is not a number";
+    const std::tuple<const char*, float, const char*> slowTimes[] = {
+        {"1000", 0.1f, range},  {"1e30", 0.1f, range},   {"1.01", 0.1f, range},   {"0", 0.1f, range},
+        {"-0.5", 0.1f, range},  {"1e-50", 0.1f, range},  {"inf", 0.1f, number},   {"nan", 0.1f, number},
+        {"1e999", 0.1f, number}, {"1", 1, nullptr},      {"0.05", 0.05f, nullptr}, {"0.001", 0.001f, nullptr}};
+    for (const auto& [text, value, why] : slowTimes) {
+        ScratchSettings slow;
+        Store(slow, {{"Slow Time", text}});
+        const auto read = Load();
+        EXPECT_EQ(read->settings.SlowTime, value) << text;
+        std::vector<std::string> said;
+        for (const auto& box : read->dialogs.Messages)
+            said.push_back(box.Text);
+        EXPECT_EQ(said, why ? std::vector<std::string>{"The setting \"Slow Time\" holds \"" + std::string(text) +
+                                                       "\", " + why + ". Its default 0.1 is used."}
+                            : std::vector<std::string>{});
+    }
 }
 
 } // namespace
