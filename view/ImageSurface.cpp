@@ -33,7 +33,8 @@ std::uint32_t ToPixel(std::uint32_t bgr)
 
 double RoundPixel(double v) { return std::floor(v + 0.5); }
 
-bool OutsideBound(QPointF p) { return std::fabs(p.x()) > ClipBound || std::fabs(p.y()) > ClipBound; }
+// Not a number counts as outside: the clipping then finds nothing to draw.
+bool OutsideBound(QPointF p) { return !(std::fabs(p.x()) <= ClipBound && std::fabs(p.y()) <= ClipBound); }
 
 // Clipped to the bound, the moved ends rounded to whole pixels again.
 bool ClipToBound(QPointF& a, QPointF& b)
@@ -441,9 +442,11 @@ void ImageSurface::Circle(double cx, double cy, double radius, std::uint32_t col
     // Chords whose middle stays within a tenth of a pixel of the arc (coarser chords
     // leave visible nubs once their ends are rounded to pixels), a multiple of four of
     // them so that a whole circle has vertices at its top, bottom and sides.
+    // Counted in doubles: for a radius beyond 1e15 pixels the step is 0 and the count
+    // infinite until clamped.
     const double maxStep = 2 * std::acos(1 - 0.1 / r);
-    int count = static_cast<int>(std::ceil(sweep / maxStep));
-    count = std::clamp((count + 3) / 4 * 4, 4, 4096);
+    int count = static_cast<int>(std::clamp(std::ceil(sweep / maxStep), 4.0, 4096.0));
+    count = (count + 3) / 4 * 4;
     const double step = sweep / count;
 
     // Successive rotations instead of a cosine and sine per vertex.

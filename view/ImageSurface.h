@@ -43,6 +43,9 @@ namespace backplot {
 // 32767 records makes hundreds of thousands of short segments, and the painter's per-call
 // cost alone would exceed the time a whole plot may take.
 //
+// Ends anywhere up to the largest double are clipped (ClipSegment) before any integer
+// arithmetic, so the part of a line that is seen keeps its place and slope.
+//
 // Errors: a non-finite mapped coordinate raises RunTimeError("Overflow"); a circle angle
 // outside -2 pi .. 2 pi raises RunTimeError("Invalid procedure call") (a negative angle
 // counts by its size); SetScale with a zero or non-finite width or height raises

@@ -110,6 +110,34 @@ TEST(ImageSurface, FaultsRaiseAndDrawNothing)
     EXPECT_EQ(s.Image().pixel(25, 25), WhitePixel);
 }
 
+TEST(ImageSurface, FarAwayEndsDrawOnlyWhatIsSeen)
+{
+    // 100 x 80 pixels. A point 1e22 pixels away is rounded by far more than the picture's
+    // size, yet the part of a line that is seen runs where its near end and its direction
+    // put it; a line far outside draws nothing. None of it may overflow on the way.
+    Pixels third, diagonal;
+    for (int k = 1; k <= 90; ++k)
+        third.emplace(90 - k, (k + 1) / 3); // k / 3 rounded: never a half
+    for (int k = 5; k < 80; ++k)
+        diagonal.emplace(k, k);
+    const struct { const char* name; double x1, y1, x2, y2; Pixels red; } rows[] = {
+        {"from 3e22 across and 1e22 down in to (90, 0), which is left out", 90 - 3e22, 1e22, 90, 0, third},
+        {"from (5, 5) out to 1e22", 5, 5, 5 + 1e22, 5 + 1e22, diagonal},
+        {"far outside, nearly along the edge", 3.4e39, 1e21, 1e21, 0, {}},
+        {"both ends beyond the largest float", -1e300, 1e300, 1e300, 1e300, {}},
+    };
+    for (const auto& row : rows) {
+        ImageSurface s(100, 80);
+        s.Line(row.x1, row.y1, row.x2, row.y2, Red);
+        EXPECT_EQ(RedPixels(s.Image()), row.red) << row.name;
+    }
+    // A circle of radius 1e20 about the middle passes nowhere near the picture.
+    ImageSurface s(100, 80);
+    s.Circle(50, 40, 1e20, Red, 0, 0);
+    s.Circle(50, 40, 1e20, Red, 1, 2);
+    EXPECT_EQ(RedPixels(s.Image()), Pixels{});
+}
+
 // At device pixel ratios other than 1: figures in logical pixels, pixels drawn in device
 // pixels.
 
