@@ -1,13 +1,13 @@
 #include "CliSession.h"
 #include "DrawCommands.h"
 #include "ImageSurface.h"
+#include "OutputCommands.h"
 #include "Stepper.h"
 #include "ViewCommands.h"
 
 #include <QBuffer>
 #include <QByteArray>
 #include <QImage>
-#include <QString>
 #include <cctype>
 #include <ostream>
 
@@ -35,11 +35,7 @@ bool Save(CliSession& session, const QImage& image, const std::string& path, std
         session.Out().write(bytes.constData(), bytes.size());
         return true;
     }
-    if (!image.save(QString::fromStdString(path), FormatOf(path))) {
-        error = "cannot write " + path;
-        return false;
-    }
-    return true;
+    return SaveImageFile(image, path, FormatOf(path), error);
 }
 
 } // namespace

@@ -1,23 +1,10 @@
 #include "DxfExport.h"
 
+#include "OutputFile.h"
 #include "RecordFile.h"
 #include "RunTimeError.h"
 
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
-#include <filesystem>
-#include <memory>
-
 namespace backplot {
-
-namespace {
-
-struct FileCloser {
-    void operator()(std::FILE* f) const { std::fclose(f); }
-};
-
-} // namespace
 
 void DxfExport::GetDXFCoords()
 {
@@ -104,23 +91,10 @@ bool DxfExport::ExportTo(const std::string& path, const DxfCanvasScale& canvas, 
 
 bool DxfExport::WriteTextFile(const std::string& path, const std::string& text, std::string& error)
 {
-    std::unique_ptr<std::FILE, FileCloser> file(std::fopen(path.c_str(), "wb"));
-    if (!file) {
-        error = "cannot write " + path + ": " + std::strerror(errno);
-        return false;
-    }
-    errno = 0;
-    const bool written = std::fwrite(text.data(), 1, text.size(), file.get()) == text.size() &&
-                         std::fflush(file.get()) == 0;
-    const int reason = errno;
-    const bool closed = std::fclose(file.release()) == 0;
-    if (written && closed)
+    OutputFile file(path);
+    if (file.Open() && file.Write(text.data(), text.size()) && file.Commit())
         return true;
-    error = "cannot write " + path + ": " + std::strerror(reason ? reason : errno);
-    // Only a file of our own making goes; a device such as /dev/full stays.
-    std::error_code ec;
-    if (std::filesystem::is_regular_file(path, ec))
-        std::filesystem::remove(path, ec);
+    error = file.Error();
     return false;
 }
 

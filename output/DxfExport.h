@@ -36,8 +36,8 @@ public:
     // then "Windows bmps (*.bmp)", the first chosen; only existing files), the name kept in
     // `exportFileName` with ".dxf" added when it holds no dot, GetDXFCoords, the DXF text
     // with `canvas` as its header written to the file, and the arrays emptied. Any error,
-    // a cancel included, ends the command silently; a file that cannot be opened is not
-    // written. The arrays are emptied and CollectDxf cleared on every way out, so neither
+    // a cancel included, ends the command silently; a file that cannot be written whole
+    // stays as it was. The arrays are emptied and CollectDxf cleared on every way out, so neither
     // a later export nor the next translation finds them left over.
     void SaveAsDXF(ExportFileName& exportFileName, const std::string& workDir, const DxfCanvasScale& canvas);
 
@@ -45,12 +45,12 @@ public:
     std::string Document(const DxfCanvasScale& canvas);
 
     // The command-line tool's export to `path`, used exactly as given (no extension is
-    // added). False when the file cannot be written, with the reason in `error`; a file
-    // that was begun is removed again then.
+    // added). False when the file cannot be written, with the reason in `error`; the file
+    // is then as it was before.
     bool ExportTo(const std::string& path, const DxfCanvasScale& canvas, std::string& error);
 
-    // Writes `text` to `path`, created or truncated. False with the reason in `error`
-    // when it cannot be opened or written; a file that was begun is removed again then.
+    // Writes `text` to `path` as an OutputFile: whole, or not at all. False with the
+    // reason in `error`.
     static bool WriteTextFile(const std::string& path, const std::string& text, std::string& error);
 
 private:

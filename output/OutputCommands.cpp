@@ -2,6 +2,7 @@
 
 #include "CanvasWidget.h"
 #include "DxfExport.h"
+#include "OutputFile.h"
 #include "PageSurface.h"
 #include "Plotter.h"
 #include "RecordFile.h"
@@ -10,13 +11,13 @@
 #include "frmPreview.h"
 
 #include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QGuiApplication>
 #include <QImage>
+#include <QImageWriter>
 #include <QPageLayout>
 #include <QPageSize>
 #include <QPainter>
+#include <QPdfWriter>
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QScreen>
@@ -74,42 +75,90 @@ void ReplayRecords(Translator& translator, std::int16_t total, PrintRenderer& re
     reader.Close();
 }
 
-// A PDF file is whole when it ends with its end-of-file mark.
-bool CompletePdf(const QString& path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() < 16)
-        return false;
-    const QByteArray head = file.read(5);
-    file.seek(file.size() - 16);
-    return head == "%PDF-" && file.read(16).contains("%%EOF");
-}
+// An OutputFile as a device for Qt's image and PDF writers, which otherwise learn of a
+// failed write only when a buffer of their own is flushed, if at all. Writes are
+// gathered into 64 KiB blocks; the first failure stays the reason.
+class OutputDevice : public QIODevice {
+public:
+    explicit OutputDevice(OutputFile& file) : file_(file) { open(QIODevice::WriteOnly); }
+    // Writes what is gathered; false when any write failed.
+    bool Finish() { return !failed_ && Drain(); }
 
-// Sends the drawn page to the printer. A PDF file is first opened here, because a
-// painter that cannot open it only warns; one left unfinished is removed again.
+protected:
+    qint64 readData(char*, qint64) override { return -1; }
+    qint64 writeData(const char* data, qint64 size) override
+    {
+        if (failed_)
+            return -1;
+        pending_.append(data, static_cast<std::size_t>(size));
+        if (pending_.size() >= 1 << 16 && !Drain())
+            return -1;
+        return size;
+    }
+
+private:
+    bool Drain()
+    {
+        failed_ = !file_.Write(pending_.data(), pending_.size());
+        pending_.clear();
+        return !failed_;
+    }
+
+    OutputFile& file_;
+    std::string pending_;
+    bool failed_ = false;
+};
+
+// Sends the drawn page to the printer. A PDF file is written as an OutputFile, on a page
+// of the printer's layout and resolution, so that it takes the target's name only once
+// it is whole.
 void SendPage(QPrinter& printer, const PageSurface& page)
 {
-    const bool pdf = printer.outputFormat() == QPrinter::PdfFormat;
-    const QString path = printer.outputFileName();
-    const auto fail = [&](const std::string& why) {
-        if (pdf && QFileInfo(path).isFile())
-            QFile::remove(path);
-        throw RunTimeError(why);
-    };
-    if (pdf) {
-        QFile probe(path);
-        if (!probe.open(QIODevice::WriteOnly))
-            throw RunTimeError("Cannot write " + path.toStdString());
+    if (printer.outputFormat() != QPrinter::PdfFormat) {
+        QPainter painter;
+        if (!painter.begin(&printer))
+            throw RunTimeError("The printer cannot be opened");
+        page.Paint(painter);
+        if (!painter.end())
+            throw RunTimeError("The page could not be sent");
+        return;
     }
-    QPainter painter;
-    if (!painter.begin(&printer))
-        fail("The printer cannot be opened");
-    page.Paint(painter);
-    if (!painter.end() || (pdf && !CompletePdf(path)))
-        fail("The page could not be sent");
+    OutputFile out(printer.outputFileName().toStdString());
+    if (!out.Open())
+        throw RunTimeError(out.Error());
+    OutputDevice device(out);
+    {
+        QPdfWriter pdf(&device);
+        pdf.setPageLayout(printer.pageLayout());
+        pdf.setResolution(printer.resolution());
+        QPainter painter;
+        if (!painter.begin(&pdf))
+            throw RunTimeError("The printer cannot be opened");
+        page.Paint(painter);
+        if (!painter.end())
+            throw RunTimeError(out.Error().empty() ? "The page could not be sent" : out.Error());
+    }
+    if (!device.Finish() || !out.Commit())
+        throw RunTimeError(out.Error());
 }
 
 } // namespace
+
+bool SaveImageFile(const QImage& image, const std::string& path, const char* format, std::string& error)
+{
+    OutputFile out(path);
+    if (!out.Open()) {
+        error = out.Error();
+        return false;
+    }
+    OutputDevice device(out);
+    QImageWriter writer(&device, format);
+    const bool encoded = writer.write(image);
+    if (device.Finish() && encoded && out.Commit())
+        return true;
+    error = out.Error().empty() ? "cannot write " + path + ": " + writer.errorString().toStdString() : out.Error();
+    return false;
+}
 
 OutputCommands::OutputCommands(QObject* parent) : QObject(parent)
 {
@@ -140,7 +189,8 @@ void OutputCommands::SaveAsBMP(UserDialogs& dialogs, const Settings& settings, c
         if (!name)
             return;
         // What the canvas shows, at screen resolution.
-        if (!name->empty() && !canvas.Picture().save(QString::fromStdString(*name), "BMP"))
+        std::string error;
+        if (!name->empty() && !SaveImageFile(canvas.Picture(), *name, "BMP", error))
             return;
         if (redraw)
             redraw();

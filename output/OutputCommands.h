@@ -12,6 +12,7 @@
 #include <functional>
 #include <memory>
 
+class QImage;
 class QPrinter;
 
 namespace backplot {
@@ -20,6 +21,10 @@ class CanvasWidget;
 class Plotter;
 class Translator;
 class UserDialogs;
+
+// Saves `image` to `path` in `format` ("PNG", "BMP") as an OutputFile: whole, or not at
+// all. False with "cannot write PATH: REASON" in `error`.
+bool SaveImageFile(const QImage& image, const std::string& path, const char* format, std::string& error);
 
 // The main window's output commands: DXF and bitmap export, printing, printer set-up and
 // the print preview. Owns what lives between them: the export file name, the printer, the

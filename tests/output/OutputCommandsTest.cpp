@@ -246,6 +246,17 @@ TEST_F(BitmapExport, CancelOrAFailedSaveEndsSilentlyWithoutRedraw)
     EXPECT_EQ(redraws, 0);
     EXPECT_EQ(output.ExportName().Name(), folder.string());
     EXPECT_TRUE(std::filesystem::is_directory(folder));
+
+    // A disk that fills part-way: the old picture stays, whole, and no half of a new one.
+    const std::string old = rig.Folder.Write("old.bmp", "old picture");
+    rig.Dialogs.SaveAnswers.push_back(old);
+    {
+        const test::FileSizeLimit full(1000);
+        Export();
+    }
+    EXPECT_EQ(redraws, 0);
+    EXPECT_EQ(test::ReadAll(old), "old picture");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(rig.Folder.Path()), {}), 2) << "v1.2 and old.bmp";
     EXPECT_TRUE(rig.Dialogs.Messages.empty());
 }
 

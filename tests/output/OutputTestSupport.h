@@ -6,9 +6,11 @@
 #include "Settings.h"
 #include "Translator.h"
 
+#include <csignal>
 #include <initializer_list>
 #include <string>
 #include <string_view>
+#include <sys/resource.h>
 
 namespace backplot::test {
 
@@ -62,6 +64,26 @@ struct PlotRig : TranslatorRig {
         View.PlotLast = View.RecordTotal;
     }
     void SetView(float x1, float y1, float x2, float y2) { test::SetView(View.View, x1, y1, x2, y2); }
+};
+
+// While it lives, a write that would make a file larger than `bytes` fails (EFBIG, "File
+// too large"), as a full disk makes it fail part-way.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &old_);
+        rlimit limit = old_;
+        limit.rlim_cur = bytes;
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &old_); }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+private:
+    rlimit old_{};
 };
 
 // Lines of a DXF text, each ended by CR LF.

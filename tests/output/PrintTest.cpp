@@ -151,6 +151,18 @@ TEST_F(PrintTest, FailuresShowTheMessageAndSendNoPageAndNoProgramSendsABlankOne)
     EXPECT_FALSE(Print());
     EXPECT_EQ(rig.Dialogs.Messages, (std::vector<Message>{printError, printError}));
     EXPECT_FALSE(std::filesystem::exists(missing.parent_path()));
+
+    // A disk that fills part-way: the page printed before stays, whole.
+    output.PrintToPdf(QString::fromStdString(pdf.string()));
+    rig.Folder.Write("page.pdf", "the page printed before");
+    {
+        const test::FileSizeLimit full(1000);
+        EXPECT_FALSE(Print());
+    }
+    EXPECT_EQ(rig.Dialogs.Messages, (std::vector<Message>{printError, printError, printError}));
+    EXPECT_EQ(test::ReadAll(pdf), "the page printed before");
+    for (const auto& entry : std::filesystem::directory_iterator(rig.Folder.Path()))
+        EXPECT_NE(entry.path().filename().string().front(), '.') << entry.path();
     EXPECT_TRUE(status.isEmpty());
 }
 
