@@ -3,6 +3,7 @@
 #include "CliOptions.h"
 #include "CliSession.h"
 #include "Drawing.h"
+#include "ScratchFolder.h"
 #include "BatchCommand.h"
 
 #include <cerrno>
@@ -78,6 +79,9 @@ int RunCli(int argc, char** argv, const Drawing* drawing)
             return UsageError("-o -: standard output is a terminal; name a file or use a pipe");
         if (DrawsPictures(o) && !drawing)
             return HandOverToDrawingHelper(argv);
+        // Past the hand-over: the helper must not inherit the blocked signals without
+        // the thread that takes them.
+        WatchSignals();
         try {
             if (o.Command == "batch") {
                 status = RunBatch(o, out, std::cerr, drawing);

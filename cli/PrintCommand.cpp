@@ -4,6 +4,7 @@
 #include "Plotter.h"
 #include "RunTimeError.h"
 #include "ScaleSurface.h"
+#include "ScratchFolder.h"
 
 #include <QGuiApplication>
 #include <QString>
@@ -25,35 +26,25 @@ void QuietQt(QtMsgType type, const QMessageLogContext&, const QString& text)
         std::fprintf(stderr, "backplot-cli: %s\n", qPrintable(text));
 }
 
-// Without a runtime folder of the session, Qt makes one in the temporary folder and leaves
-// it there; this one lies in the data folder and goes when the command ends.
+// Qt wants a runtime folder; without one of the session's it makes its own in the
+// temporary folder and leaves it there. This one always lies in a scratch folder of the
+// run, whatever the data folder, so it goes with it however the command ends.
 class RuntimeFolder {
 public:
-    explicit RuntimeFolder(const std::string& dataFolder)
+    RuntimeFolder()
     {
-        if (!qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
+        if (scratch_.Path().empty())
             return;
-        path_ = std::filesystem::path(dataFolder) / "qt-runtime";
+        const std::filesystem::path path = scratch_.Path() / "qt-runtime";
         std::error_code ec;
-        if (std::filesystem::exists(path_, ec)) {
-            path_.clear();
-            return;
-        }
-        qputenv("XDG_RUNTIME_DIR", QByteArray::fromStdString(path_.string()));
+        std::filesystem::create_directory(path, ec);
+        std::filesystem::permissions(path, std::filesystem::perms::owner_all, ec);
+        if (!ec)
+            qputenv("XDG_RUNTIME_DIR", QByteArray::fromStdString(path.string()));
     }
-    ~RuntimeFolder()
-    {
-        if (path_.empty())
-            return;
-        std::error_code ec;
-        std::filesystem::remove_all(path_, ec);
-        qunsetenv("XDG_RUNTIME_DIR");
-    }
-    RuntimeFolder(const RuntimeFolder&) = delete;
-    RuntimeFolder& operator=(const RuntimeFolder&) = delete;
 
 private:
-    std::filesystem::path path_;
+    ScratchFolder scratch_;
 };
 
 // The printer needs an application object; the tool has no display, so it gets one of
@@ -72,14 +63,14 @@ std::unique_ptr<QGuiApplication> MakeApplication()
 
 } // namespace
 
-std::shared_ptr<void> StartPages(const std::string& folder)
+std::shared_ptr<void> StartPages(const std::string& /*dataFolder*/)
 {
     struct Pages {
-        explicit Pages(const std::string& folder) : Runtime(folder), Application(MakeApplication()) {}
+        Pages() : Application(MakeApplication()) {}
         RuntimeFolder Runtime;
         std::unique_ptr<QGuiApplication> Application;
     };
-    return std::make_shared<Pages>(folder);
+    return std::make_shared<Pages>();
 }
 
 namespace {

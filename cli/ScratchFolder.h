@@ -4,9 +4,8 @@
 
 namespace backplot {
 
-// The temporary data folder of one run, removed on every way out: when the object goes,
-// and when SIGINT, SIGTERM, SIGHUP or SIGQUIT ends the process (the signal then ends it as
-// it would have). One at a time per process.
+// The temporary data folder of one run, removed with everything in it on every way out:
+// when the object goes, and when a signal ends the process (see WatchSignals).
 class ScratchFolder {
 public:
     // Creates backplot-cli-XXXXXX in the temporary folder ($TMPDIR); Path() is empty when
@@ -26,5 +25,12 @@ public:
 private:
     std::filesystem::path path_;
 };
+
+// Lets SIGINT, SIGTERM, SIGHUP and SIGQUIT end the run without leaving anything behind:
+// they are taken by a thread of their own, which removes the scratch folders and the
+// outputs not yet complete (RemoveLeftoversForExit) and then lets the signal end the
+// process as it would have. Call first thing in main, before any other thread exists,
+// since every later thread inherits the blocked signals.
+void WatchSignals();
 
 } // namespace backplot

@@ -1,5 +1,6 @@
 #include "TestPaths.h"
 
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
@@ -8,7 +9,9 @@
 #include <gtest/gtest.h>
 #include <regex>
 #include <string>
+#include <sys/resource.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 #include <vector>
 
@@ -52,6 +55,51 @@ Ran RunProgram(const std::string& program, const std::vector<std::string>& args,
     int status = 0;
     ::waitpid(child, &status, 0);
     return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), test::ReadAll(out), test::ReadAll(err)};
+}
+
+// backplot-cli with `args`, not waited for: its temporary folder in `tmp`, stdout and
+// stderr on the given descriptors, and writes beyond `fileLimit` bytes failing as on a
+// full disk.
+pid_t Start(const std::vector<std::string>& args, const std::filesystem::path& tmp, int out, int err,
+            rlim_t fileLimit = RLIM_INFINITY)
+{
+    const pid_t child = ::fork();
+    if (child != 0)
+        return child;
+    ::dup2(out, 1);
+    ::dup2(err, 2);
+    ::setenv("TMPDIR", tmp.c_str(), 1);
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{fileLimit, RLIM_INFINITY};
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    std::vector<char*> argv{const_cast<char*>(BACKPLOT_CLI)};
+    for (const std::string& a : args)
+        argv.push_back(const_cast<char*>(a.c_str()));
+    argv.push_back(nullptr);
+    ::execv(BACKPLOT_CLI, argv.data());
+    ::_exit(127);
+}
+
+// Start, waited for, with its output and messages in `work`, its temporary folder work/tmp.
+Ran RunLimited(const std::vector<std::string>& args, const std::filesystem::path& work, rlim_t fileLimit)
+{
+    std::filesystem::create_directory(work / "tmp");
+    const int out = ::open((work / "stdout").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+    const int err = ::open((work / "stderr").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+    int status = 0;
+    ::waitpid(Start(args, work / "tmp", out, err, fileLimit), &status, 0);
+    ::close(out);
+    ::close(err);
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), test::ReadAll(work / "stdout"),
+            test::ReadAll(work / "stderr")};
+}
+
+std::vector<std::string> Listing(const std::filesystem::path& folder)
+{
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        names.push_back(entry.path().filename().string());
+    return names;
 }
 
 class Cli : public ::testing::Test {
@@ -185,46 +233,95 @@ TEST(CliStart, CommandsThatDrawNothingLoadNoQtAndTheWindowAnswersWithoutADisplay
     EXPECT_EQ(wrong.Err, "backplot: unknown option 'lathe'.\nTry 'backplot --help'.\n");
 }
 
-TEST(CliProcess, SignalsEndTheRunWithoutLeavingTheScratchFolder)
+TEST(CliProcess, OutputsThatCannotBeWrittenWholeLeaveTheOldFile)
 {
+    // Five records take 640 bytes in the scratch folder; every output of the rectangle
+    // takes more than the 1024 bytes a file may grow to here.
+    test::ScratchDir work;
+    const std::string program = work.Write("rectangle.nc", "G0 X0 Y0\nG1 X40.\nG1 Y10.\nG1 X0.\nG1 Y0.\n");
+    const std::filesystem::path out = work.Path() / "out";
+    std::filesystem::create_directory(out);
+    const struct { std::vector<std::string> args; std::string name; bool print = false; } rows[] = {
+        {{"render", program, "--size", "400x300"}, "picture.png"},
+        {{"render", program, "--size", "40x30"}, "picture.bmp"},
+        {{"dxf", program}, "drawing.dxf"},
+        {{"print", program}, "page.pdf", true},
+    };
+    for (const auto& row : rows) {
+        const std::string target = (out / row.name).string(), old = "the " + row.name + " written before";
+        work.Write("out/" + row.name, old);
+        std::vector<std::string> args = row.args;
+        args.insert(args.end(), {"-o", target});
+        const Ran ran = RunLimited(args, work.Path(), 1024);
+        EXPECT_EQ(ran.Status, 1) << row.name;
+        EXPECT_EQ(ran.Err, row.print ? "Corvane Backplot: An error occured while printing\n"
+                                       "backplot-cli: no page written to " + target + "\n"
+                                     : "backplot-cli: cannot write " + target + ": File too large\n");
+        EXPECT_EQ(test::ReadAll(target), old);
+        EXPECT_EQ(Listing(out), std::vector<std::string>{row.name});
+        EXPECT_TRUE(std::filesystem::is_empty(work.Path() / "tmp")) << row.name;
+        std::filesystem::remove(target);
+    }
+}
+
+TEST(CliProcess, SignalsEndTheRunWithoutLeavingAnythingBehind)
+{
+    namespace fs = std::filesystem;
     test::ScratchDir work;
     std::string program;
-    for (int i = 0; i < 2000; ++i)
-        program += i % 2 ? "G1 X3. Y4.\n" : "G1 X1. Y2.\n";
+    for (int i = 0; i < 20000; ++i)
+        program += i % 2 ? "G1 X3. Y4.\n" : "G2 X1. Y2. R3.\n";
     const std::string path = work.Write("program.nc", program);
-    const std::filesystem::path tmp = work.Path() / "tmp";
+    const fs::path tmp = work.Path() / "tmp", out = work.Path() / "out";
+    const int null = ::open("/dev/null", O_WRONLY);
 
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
-        SCOPED_TRACE(signal);
-        std::filesystem::create_directory(tmp);
-        // backplot-cli writing into a pipe that nobody reads, with its temporary folder in tmp.
+    // Wherever a run is when the signal comes: writing its listing into a pipe nobody
+    // reads, setting up the printer (Qt's runtime folder made), or writing the page.
+    const auto listingBlocked = [](int fd) {
+        char first[16];
+        return ::read(fd, first, sizeof first) == static_cast<ssize_t>(sizeof first);
+    };
+    const auto appears = [](const fs::path& folder, const std::string& name) {
+        for (int i = 0; i < 20000; ++i) {
+            std::error_code ec; // the run changes the folder while it is read
+            for (auto it = fs::recursive_directory_iterator(folder, ec); !ec && it != fs::end(it); it.increment(ec))
+                if (it->path().filename().string().find(name) != std::string::npos)
+                    return true;
+            std::this_thread::sleep_for(std::chrono::microseconds(250));
+        }
+        return false;
+    };
+    const struct { const char* stage; std::vector<std::string> args; int signal; } rows[] = {
+        {"listing", {"records", path, "--json"}, SIGTERM},
+        {"listing", {"records", path, "--json"}, SIGINT},
+        {"listing", {"records", path, "--json"}, SIGHUP},
+        {"qt-runtime", {"print", path, "-o", (out / "page.pdf").string()}, SIGTERM},
+        {".page.pdf-", {"print", path, "-o", (out / "page.pdf").string()}, SIGINT},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(std::string(row.stage) + " " + std::to_string(row.signal));
+        fs::create_directory(tmp);
+        fs::create_directory(out);
         int fds[2];
         ASSERT_EQ(::pipe(fds), 0);
-        const pid_t child = ::fork();
-        if (child == 0) {
-            ::dup2(fds[1], 1);
-            ::close(fds[0]);
-            ::close(fds[1]);
-            ::setenv("TMPDIR", tmp.c_str(), 1);
-            ::execl(BACKPLOT_CLI, BACKPLOT_CLI, "records", path.c_str(), "--json", static_cast<char*>(nullptr));
-            ::_exit(127);
-        }
+        const pid_t child = Start(row.args, tmp, fds[1], null);
         ::close(fds[1]);
         ASSERT_GT(child, 0);
-        // The first bytes mean translation is over and the listing fills the pipe, so
-        // the scratch folder is there and the tool is blocked on its output.
-        char first[16];
-        ASSERT_EQ(::read(fds[0], first, sizeof first), static_cast<ssize_t>(sizeof first));
-        EXPECT_FALSE(std::filesystem::is_empty(tmp));
-        ::kill(child, signal);
+        const bool reached = row.args[0] == "records" ? listingBlocked(fds[0])
+                             : std::string(row.stage) == "qt-runtime" ? appears(tmp, row.stage)
+                                                                      : appears(out, row.stage);
+        EXPECT_TRUE(reached) << "the run never got there";
+        ::kill(child, row.signal);
         int status = 0;
-        ASSERT_EQ(::waitpid(child, &status, 0), child);
+        ::waitpid(child, &status, 0);
         ::close(fds[0]);
-        EXPECT_TRUE(WIFSIGNALED(status));
-        EXPECT_EQ(WTERMSIG(status), signal);
-        EXPECT_TRUE(std::filesystem::is_empty(tmp));
-        std::filesystem::remove_all(tmp);
+        EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == row.signal) << status;
+        EXPECT_EQ(Listing(tmp), std::vector<std::string>{});
+        EXPECT_EQ(Listing(out), std::vector<std::string>{});
+        fs::remove_all(tmp);
+        fs::remove_all(out);
     }
+    ::close(null);
 }
 
 } // namespace
