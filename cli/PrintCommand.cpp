@@ -28,7 +28,9 @@ void QuietQt(QtMsgType type, const QMessageLogContext&, const QString& text)
 
 // Qt wants a runtime folder; without one of the session's it makes its own in the
 // temporary folder and leaves it there. This one always lies in a scratch folder of the
-// run, whatever the data folder, so it goes with it however the command ends.
+// run, whatever the data folder, so it goes with it however the command ends. Qt's
+// temporary folder is that scratch folder too: should a signal remove it while Qt is still
+// starting, Qt's fall-back runtime folder then has no place to be made in either.
 class RuntimeFolder {
 public:
     RuntimeFolder()
@@ -39,8 +41,10 @@ public:
         std::error_code ec;
         std::filesystem::create_directory(path, ec);
         std::filesystem::permissions(path, std::filesystem::perms::owner_all, ec);
-        if (!ec)
-            qputenv("XDG_RUNTIME_DIR", QByteArray::fromStdString(path.string()));
+        if (ec)
+            return;
+        qputenv("XDG_RUNTIME_DIR", QByteArray::fromStdString(path.string()));
+        qputenv("TMPDIR", QByteArray::fromStdString(scratch_.Path().string()));
     }
 
 private:

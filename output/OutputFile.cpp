@@ -62,8 +62,11 @@ void RemoveLeftoversForExit()
     Leftovers& l = TheLeftovers();
     l.Lock.lock(); // held until the process ends
     for (const std::string& path : l.Paths) {
+        // The run goes on meanwhile and may add a file to a folder being emptied; once
+        // the folder itself is gone, nothing more can be made in it.
         std::error_code ec;
-        std::filesystem::remove_all(path, ec);
+        for (int attempt = 0; attempt < 5 && std::filesystem::exists(path, ec); ++attempt)
+            std::filesystem::remove_all(path, ec);
     }
 }
 
