@@ -54,7 +54,9 @@ int RunRender(CliSession& session)
     if (o.Steps) {
         PlaybackHost playbackHost;
         Stepper stepper(plotter, canvas, session.Translation(), session.Playback(), session.Dialogs(), playbackHost);
-        for (int i = 0; i < *o.Steps; ++i)
+        // Past the last record stepping ends, as in the window; a further step would
+        // start it again from a cleared canvas.
+        for (int i = 0; i < *o.Steps && (i == 0 || session.Playback().StepMode); ++i)
             stepper.Step();
     }
     for (const DoCommand& command : o.Do)

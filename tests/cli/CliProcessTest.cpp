@@ -264,6 +264,21 @@ TEST(CliProcess, OutputsThatCannotBeWrittenWholeLeaveTheOldFile)
     }
 }
 
+TEST_F(Cli, StepsPastTheLastRecordStopThere)
+{
+    // Two cuts: the picture after both, and after any number of steps past them, as in
+    // the window, where stepping ends at the end and does not start again by itself.
+    const std::string two = work.Write("two.nc", "G1 X10.\nG1 Y10.\n");
+    const auto render = [&](int steps) {
+        EXPECT_EQ(Cli_({"render", two, "-o", "steps.bmp", "--size", "40x30", "--steps", std::to_string(steps)}).Status, 0);
+        return test::ReadAll(work.Path() / "steps.bmp");
+    };
+    const std::string both = render(2);
+    EXPECT_NE(render(1), both);
+    for (const int steps : {3, 4, 40000})
+        EXPECT_EQ(render(steps), both) << steps;
+}
+
 TEST(CliProcess, SignalsEndTheRunWithoutLeavingAnythingBehind)
 {
     namespace fs = std::filesystem;
