@@ -206,8 +206,10 @@ bool Translator::NormaliseFile(const std::string& sourcePath, const std::string&
     } else {
         std::string().swap(keptText_);
     }
+    // A stale copy of the previous program must not be translated in its place; where
+    // it cannot be deleted, the translation that follows does not read it.
+    staleTemp_ = !ok;
     if (!ok) {
-        // A stale copy of the previous program must not be translated in its place.
         std::remove(tempPath.c_str());
         dialogs_.Message("Problem with input file.", "Corvane Backplot File error. ", MsgIcon::Critical,
                          MsgButtons::Ok);
@@ -270,7 +272,7 @@ void Translator::TranslateProgram()
     try {
         records_.Open(recordPath);
         if (keptTextPath_ != TempFilePath()) {
-            temp.reset(std::fopen(TempFilePath().c_str(), "rb"));
+            temp.reset(staleTemp_ ? nullptr : std::fopen(TempFilePath().c_str(), "rb"));
             if (!temp)
                 throw RunTimeError("Cannot open " + TempFilePath());
         }

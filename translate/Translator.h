@@ -97,6 +97,7 @@ private:
     // CurrentBlock; empty otherwise.
     std::string_view driverBlock_;
     bool inDriver_ = false;
+    bool staleTemp_ = false; // the last NormaliseFile failed: the temporary file is not this program
 };
 
 } // namespace backplot

@@ -3,7 +3,10 @@
 #include <array>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <grp.h>
 #include <random>
+#include <sys/wait.h>
+#include <unistd.h>
 #include <tuple>
 #include <vector>
 
@@ -235,6 +238,40 @@ TEST(Driver, UnwritableDataFolderIsReportedNotFatal)
     EXPECT_EQ(h.Dialogs.Texts(),
               (std::vector<std::string>{"Problem with input file.", ErrorLead + "0\r\n\r\n" + std::string(60, ' ')}));
     EXPECT_EQ(h.S().RecordCount, 0);
+}
+
+TEST(Driver, AFolderThatKeepsItsOldFilesGetsNoStaleRecords)
+{
+    // A longer program's working files, writable, in a folder the user may not write, so
+    // neither can be deleted: the next translation holds exactly its own records, and a
+    // normalised copy that could not be rewritten is not read as the program. The user is
+    // a child process, user nobody when the tests run as root.
+    ScratchDir programs;
+    std::string longer;
+    for (int k = 1; k <= 40; ++k)
+        longer += "G0 X" + std::to_string(k) + ".\n";
+    const std::string shorter = programs.Write("short.nc", "G1 X1.\nG1 Y1.\n");
+    for (const bool tempWritable : {true, false}) {
+        Harness h;
+        h.Run(longer);
+        fs::permissions(h.T.RecordFilePath(), fs::perms(0666));
+        fs::permissions(h.T.TempFilePath(), fs::perms(tempWritable ? 0666 : 0444));
+        fs::permissions(h.Dir.Path(), fs::perms(0555));
+        const pid_t child = ::fork();
+        if (child == 0) {
+            if (::geteuid() == 0 && (::setgroups(0, nullptr) || ::setgid(65534) || ::setuid(65534)))
+                ::_exit(126);
+            h.T.ResetForNewProgram();
+            h.TranslateFile(shorter);
+            // Records read back, and 100 for the box of a normalisation that failed.
+            ::_exit(static_cast<int>(h.Records().size()) + (h.Dialogs.Messages.empty() ? 0 : 100));
+        }
+        int status = 0;
+        ::waitpid(child, &status, 0);
+        fs::permissions(h.Dir.Path(), fs::perms(0755));
+        EXPECT_EQ(WEXITSTATUS(status), tempWritable ? 2 : 100) << (tempWritable ? "writable" : "read-only copy");
+        EXPECT_EQ(fs::file_size(h.T.RecordFilePath()), tempWritable ? 2u * 128 : 0u);
+    }
 }
 
 TEST(Driver, HostileInputNeitherCrashesNorHangs)
