@@ -13,7 +13,6 @@
 #include <functional>
 #include <limits>
 #include <numbers>
-#include <set>
 #include <sstream>
 #include <vector>
 
@@ -278,41 +277,46 @@ TEST(PageSurface, PaintsOntoThePageOnlyInsideItsPrintableArea)
     EXPECT_LT(dark, 90);
 }
 
-TEST(PageSurface, EachDrawStyleHasAPatternOfItsOwn)
+TEST(PageSurface, EachDrawStyleHasItsOwnRunsOfInkAndPaper)
 {
-    // One long line per style, each on its own row; the lengths of its dark and blank runs
-    // tell the styles apart, so two styles sharing one pen would show here.
-    const DrawStyle styles[] = {DrawStyle::Solid, DrawStyle::Dash, DrawStyle::Dot, DrawStyle::DashDot,
-                                DrawStyle::DashDotDot};
-    PageSurface page(400, 100, 1);
-    page.SetScale(0, 0, 400, 100);
-    for (int i = 0; i < 5; ++i) {
-        page.SetDrawStyle(styles[i]);
-        page.Line(0, 10 + 20 * i, 400, 10 + 20 * i, 0);
+    // A line 4 pixels wide per style, on its own band, read along its middle row. The
+    // printer's patterns in line widths, with square-cut ends: dash 4 on 2 off, dot 1 on
+    // 2 off, dash-dot 4 2 1 2, dash-dot-dot 4 2 1 2 1 2; so at a width of 4 pixels, runs
+    // of 16, 8 and 4 pixels from the line's start. The rapid moves are dotted, the axis
+    // dash-dot-dot.
+    using Runs = std::vector<int>;
+    const std::pair<DrawStyle, Runs> styles[] = {
+        {DrawStyle::Solid, {96}},
+        {DrawStyle::Dash, {16, 8, 16, 8, 16, 8, 16, 8}},
+        {DrawStyle::Dot, {4, 8, 4, 8, 4, 8, 4, 8, 4, 8, 4, 8, 4, 8, 4, 8}},
+        {DrawStyle::DashDot, {16, 8, 4, 8, 16, 8, 4, 8, 16, 8}},
+        {DrawStyle::DashDotDot, {16, 8, 4, 8, 4, 8, 16, 8, 4, 8, 4, 8}},
+    };
+    PageSurface page(120, 100, 4);
+    page.SetScale(0, 0, 120, 100);
+    for (std::size_t i = 0; i < std::size(styles); ++i) {
+        page.SetDrawStyle(styles[i].first);
+        page.Line(0, 10 + 20.0 * i, 120, 10 + 20.0 * i, 0);
     }
-    QImage sheet(400, 100, QImage::Format_RGB32);
+    QImage sheet(120, 100, QImage::Format_RGB32);
     sheet.fill(Qt::white);
     QPainter painter(&sheet);
     page.Paint(painter);
     painter.end();
 
-    std::set<std::vector<int>> patterns;
-    for (int i = 0; i < 5; ++i) {
-        const int y = 100 - 1 - (10 + 20 * i);
-        std::vector<int> runs{0};
-        bool dark = true;
-        for (int x = 0; x < 80; ++x) {
-            const bool here = qGray(sheet.pixel(x, y)) < 128 || qGray(sheet.pixel(x, y + 1)) < 128 ||
-                              qGray(sheet.pixel(x, y - 1)) < 128;
-            if (here != dark) {
+    for (std::size_t i = 0; i < std::size(styles); ++i) {
+        const int y = 10 + 20 * static_cast<int>(i);
+        Runs runs{0};
+        bool ink = true;
+        for (int x = 0; x < 96; ++x) {
+            if ((qGray(sheet.pixel(x, y)) < 128) != ink) {
                 runs.push_back(0);
-                dark = here;
+                ink = !ink;
             }
             ++runs.back();
         }
-        patterns.insert(runs);
+        EXPECT_EQ(runs, styles[i].second) << "style " << static_cast<int>(styles[i].first);
     }
-    EXPECT_EQ(patterns.size(), 5u);
 }
 
 TEST(PageSurface, UnmappablePointsRaiseOverflow)
