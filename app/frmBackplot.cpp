@@ -241,12 +241,10 @@ void frmBackplot::wireCommands()
                 if (!fileOperation_)
                     view.MouseUp(ButtonOf(b), x, y);
             });
-    // The wheel zooms as the + and - keys do.
-    connect(picCanvas_, &CanvasWidget::Wheel, this, [this](int notches) {
-        if (fileOperation_ || !programLoaded_)
-            return;
-        for (int i = 0; i < std::abs(notches); ++i)
-            notches > 0 ? mnuZIn_Click() : mnuZOut_Click();
+    // The wheel zooms by the step of the + and - keys, about the point under the pointer.
+    connect(picCanvas_, &CanvasWidget::Wheel, this, [this](int notches, float x, float y) {
+        if (!fileOperation_ && programLoaded_)
+            viewCommands_->ZoomAbout(notches > 0, x, y);
     });
 }
 

@@ -201,10 +201,13 @@ void CanvasWidget::wheelEvent(QWheelEvent* event)
 {
     // A notch is 120; touchpads deliver it in smaller pieces.
     wheelRemainder_ += event->angleDelta().y();
+    const QPointF pixel(std::floor(event->position().x()), std::floor(event->position().y()));
     while (std::abs(wheelRemainder_) >= 120) {
         const int notch = wheelRemainder_ > 0 ? 1 : -1;
         wheelRemainder_ -= notch * 120;
-        emit Wheel(notch);
+        // Each notch rescales the canvas, so the pointer's plot point is read afresh.
+        const QPointF plot = surface_->ToPlot(pixel.x(), pixel.y());
+        emit Wheel(notch, static_cast<float>(plot.x()), static_cast<float>(plot.y()));
     }
     event->accept();
 }

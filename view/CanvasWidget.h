@@ -50,8 +50,9 @@ signals:
     void MouseDown(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, float x, float y);
     void MouseMove(Qt::MouseButtons buttons, Qt::KeyboardModifiers modifiers, float x, float y);
     void MouseUp(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, float x, float y);
-    // The wheel turned: +1 a notch away from the user, -1 toward.
-    void Wheel(int notches);
+    // The wheel turned over the point (x, y) in plot units: +1 a notch away from the
+    // user, -1 toward.
+    void Wheel(int notches, float x, float y);
 
 protected:
     bool event(QEvent* event) override;

@@ -78,6 +78,10 @@ public:
     void ZoomIn();
     void ZoomOut();
     void ZoomPrevious();
+    // The wheel: one zoom step in or out, the same step as ZoomIn and ZoomOut, about the
+    // point (x, y) under the pointer: the view is then shifted so that the point keeps its
+    // place on the canvas. Previous goes back to the view before the step.
+    void ZoomAbout(bool in, float x, float y);
     // Arm the zoom-window tool / the pan tool; the drag does the rest.
     void ZoomWindow();
     void Point();

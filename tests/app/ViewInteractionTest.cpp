@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QToolBar>
+#include <QWheelEvent>
 
 namespace backplot {
 namespace {
@@ -120,6 +121,41 @@ TEST_F(ViewInteraction, ArrowsPlusAndMinusDriveTheViewFromTheKeyboard)
     EXPECT_TRUE(window->view().ExtentsKeyFlag);
     QTest::keyClick(Canvas(), Qt::Key_Left);
     EXPECT_FALSE(window->view().ExtentsKeyFlag);
+}
+
+// The wheel takes the zoom step of + and -, about the pointer. Pixel (90, 165) is the cut's
+// start, plot (10, 10), 15/130 across and 27.5/65 down the opened view X -5..125, Y -17.5..47.5.
+// Zoom in: X 14.5..105.5, Y 2..28, fitted by width: 91 wide (FitSpan 45.5), Y -7.75..37.75.
+// There (10, 10)'s shares fall on (25, 11.5), so the view moves by (-15, -1.5): X -0.5..90.5,
+// Y -9.25..36.25, and (10, 10) is pixel ((10 + 0.5) * 780 / 91, (10 + 9.25) * 780 / 91) =
+// (90, 165) again.
+TEST_F(ViewInteraction, WheelZoomsAboutThePointByTheKeysStep)
+{
+    const auto wheel = [&](QPoint at, int delta) {
+        QWheelEvent turn(at, Canvas()->mapToGlobal(at), {}, {0, delta}, Qt::NoButton, {}, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(Canvas(), &turn);
+    };
+    wheel({90, 165}, 120);
+    ExpectView(-0.5f, -9.25f, 90.5f, 36.25f);
+    EXPECT_EQ(At(90, 165), QColor(Qt::blue)); // the cut still starts under the pointer
+    EXPECT_EQ(At(90, 166), QColor(Qt::white));
+    EXPECT_EQ(At(88, 165), QColor(Qt::white));
+
+    // Out again at the same place, by the - key's step from here: edges 0.3 * 45.5 outward,
+    // X -14.15..104.15, fitted by width: FitSpan 59.15, Y centred on 13.5 at -16.075..43.075.
+    // (10, 10)'s shares fall on (-0.5, 8.95): the view moves by (10.5, 1.05).
+    wheel({90, 165}, -60); // half a notch waits for the other half
+    ExpectView(-0.5f, -9.25f, 90.5f, 36.25f);
+    wheel({90, 165}, -60);
+    ExpectView(-3.65f, -15.025f, 114.65f, 44.125f);
+    EXPECT_NEAR(View().FitSpan, 59.15, 1e-3);
+    EXPECT_EQ(At(90, 165), QColor(Qt::blue));
+    EXPECT_EQ(At(88, 165), QColor(Qt::white));
+
+    // Previous goes back to the view before the last turn.
+    wheel({600, 300}, 120);
+    Action("mnuZPrev")->trigger();
+    ExpectView(-3.65f, -15.025f, 114.65f, 44.125f);
 }
 
 // A plate clear of both axes, 100 wide and 20 high: X 5..105 (the circle of the arc with
