@@ -113,6 +113,7 @@ OpenOutcome frmBackplot::OpenFile(const OpenRequest& request)
         programLoaded_ = true;
         commands_->mnuDetails->setEnabled(false);
         lblCode_->setText(QStringLiteral(" ") + info.fileName());
+        setWindowTitle(info.fileName() + QStringLiteral(" — Tarvo Backplot"));
         SetControls(true);
 
         // 10. A file from the dialog (or handed in as if from it) goes to the top of the

@@ -49,8 +49,10 @@ TEST_F(OpenFile, ProgramFromTheDialogIsDrawnWithTheOpenMargin)
             codes << window->lblCode()->text();
     };
 
+    EXPECT_EQ(window->windowTitle(), "Tarvo Backplot");
     OpenCommand(path);
 
+    EXPECT_EQ(window->windowTitle(), "part.nc — Tarvo Backplot");
     EXPECT_EQ(dialogs.OpenRequests, (std::vector<test::ScriptedDialogs::OpenRequest>{
                                         {"Open File", programs.Folder(), "*.nc ", " *.nc"}}));
     EXPECT_TRUE(dialogs.Messages.empty());
@@ -118,6 +120,7 @@ TEST_F(OpenFile, ReopeningFromTheRecentListKeepsItsPlace)
     EXPECT_EQ(window->FileName(), first);
     EXPECT_EQ(Picture(), firstPicture);
     EXPECT_EQ(window->lblCode()->text(), "  " + QString::fromStdString(first));
+    EXPECT_EQ(window->windowTitle(), "part.nc — Tarvo Backplot"); // the dialog's last name was other.nc
     EXPECT_EQ(StoredRecent(), (std::vector<std::string>{second, first, "Not Used", "Not Used"}));
     EXPECT_FALSE(Action("mnuRecentFile3")->isVisible());
 
@@ -166,6 +169,7 @@ TEST_F(OpenFile, CancelledEmptyOrMissingFileKeepsTheProgramAndItsPicture)
     OpenCommand(empty);
     EXPECT_EQ(dialogs.Messages, Error(empty + " is an empty file"));
     EXPECT_EQ(window->FileName(), empty);
+    EXPECT_EQ(window->windowTitle(), "part.nc — Tarvo Backplot"); // still the program shown
     EXPECT_EQ(window->lblCode()->text(), " part.nc");
     EXPECT_EQ(StoredRecent(), recent);
     ASSERT_TRUE(Button(ToolbarKey::Refresh)->isEnabled());
