@@ -53,6 +53,8 @@ public:
 
     // Where the values are kept (the .ini file on Linux).
     QString FileName() const;
+    // The store itself, for the groups of the window's own (where it was left, ...).
+    QSettings& Store() { return *store_; }
 
 private:
     std::unique_ptr<QSettings> store_;

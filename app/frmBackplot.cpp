@@ -38,6 +38,8 @@ namespace backplot {
 namespace {
 
 constexpr const char* MessageTitle = "Corvane Backplot";
+// The size of a first start, where the screen has room for it.
+constexpr QSize FirstSize(1000, 720);
 
 MouseButton ButtonOf(Qt::MouseButton button)
 {
@@ -272,6 +274,9 @@ void frmBackplot::createPanes()
     splitSteps_->addWidget(stepListing_);
     splitSteps_->setChildrenCollapsible(false);
     setCentralWidget(splitSteps_);
+    // The room the user drags a pane to is the room it gets when it is shown again.
+    connect(splitSource_, &QSplitter::splitterMoved, this, [this] { placement_.SourceWidth = sourceView_->width(); });
+    connect(splitSteps_, &QSplitter::splitterMoved, this, [this] { placement_.StepsHeight = stepListing_->height(); });
 }
 
 void frmBackplot::RevealPane(QWidget* pane)
@@ -280,8 +285,12 @@ void frmBackplot::RevealPane(QWidget* pane)
         return;
     pane->show();
     QSplitter* split = pane == sourceView_ ? splitSource_ : splitSteps_;
-    const int room = split->orientation() == Qt::Horizontal ? split->width() : split->height();
-    const int share = pane == sourceView_ ? room * 2 / 5 : std::max(room / 5, 6 * pane->fontMetrics().height());
+    // The room of the two panes, the handle between them left out.
+    const int room = (split->orientation() == Qt::Horizontal ? split->width() : split->height()) - split->handleWidth();
+    const int remembered = pane == sourceView_ ? placement_.SourceWidth : placement_.StepsHeight;
+    const int share = remembered > 0      ? std::min(remembered, room * 4 / 5)
+                      : pane == sourceView_ ? room * 2 / 5
+                                           : std::max(room / 5, 6 * pane->fontMetrics().height());
     split->setSizes({room - share, share});
     // The splitter settles the shown pane's handle now rather than at the next event
     // loop turn, so the canvas already has the size it keeps when the caller fits the view.
@@ -292,9 +301,16 @@ void frmBackplot::readSettings()
 {
     settingsStore_.LoadSettings(settings_, translator_->ToolColors(), translator_->State(), *dialogs_,
                                 ProgramFiles::ForThisProgram().SamplesFolder().toStdString());
+    placement_ = WindowPlacement::Load(settingsStore_.Store());
+    placement_.Restore(*this, FirstSize);
 }
 
-void frmBackplot::writeSettings() { settingsStore_.SaveSettings(settings_, translator_->ToolColors()); }
+void frmBackplot::writeSettings()
+{
+    placement_.Remember(*this, *sourceView_, *stepListing_);
+    placement_.Save(settingsStore_.Store());
+    settingsStore_.SaveSettings(settings_, translator_->ToolColors());
+}
 
 void frmBackplot::closeEvent(QCloseEvent* event)
 {

@@ -10,6 +10,7 @@
 #include "SettingsStore.h"
 #include "Translator.h"
 #include "UserDialogs.h"
+#include "WindowPlacement.h"
 
 #include <QMainWindow>
 #include <memory>
@@ -164,9 +165,9 @@ private:
     friend class WindowHost;
 
     void createPanes();
-    // Shows the source view or the step listing beside the canvas with a share of the room
-    // (two fifths of the width, a fifth of the height); the canvas keeps the rest, and has
-    // its new size when this returns.
+    // Shows the source view or the step listing beside the canvas with the room the user
+    // last gave it (at most four fifths), else a share (two fifths of the width, a fifth of
+    // the height); the canvas keeps the rest, and has its new size when this returns.
     void RevealPane(QWidget* pane);
     void wireCommands();
     void readSettings();
@@ -200,6 +201,7 @@ private:
     QString dialogFileTitle_;
     bool fileOperation_ = false;  // an open is in progress
     SettingsStore settingsStore_;
+    WindowPlacement placement_; // where the window was left, and its panes' room
     RecentFiles recentFiles_;
     QString dataFolder_;
     bool programLoaded_ = false;

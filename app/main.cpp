@@ -41,8 +41,8 @@ int main(int argc, char** argv)
     if (!lock.TryAcquire())
         return 0;
 
+    // The window opens where it was left (or fitted to the screen), as it reads its settings.
     backplot::frmBackplot window;
-    window.resize(1000, 720);
     window.show();
     start.OpenWhenShown(window);
     return app.exec();
