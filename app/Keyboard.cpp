@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenuBar>
 
 namespace backplot {
@@ -52,8 +53,10 @@ bool Keyboard::eventFilter(QObject* watched, QEvent* event)
     if (!widget || widget->window() != &window_ || qobject_cast<QMenuBar*>(widget) ||
         (key->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)))
         return false;
-    // An open in progress: the keys wait with everything else.
-    if (window_.fileOperation())
+    // An open in progress: the keys wait with everything else. A text field of the
+    // window (the source view's find bar) takes what is typed into it, and a key it
+    // passes on (Enter, an arrow) must not reach the window's commands on its way up.
+    if (window_.fileOperation() || qobject_cast<QLineEdit*>(QApplication::focusWidget()))
         return false;
     bool acted = Form_KeyDown(key->key());
     int character = CharacterOf(*key);

@@ -9,7 +9,7 @@ class frmBackplot;
 // The main window's keys: arrows pan, letters start commands, Enter steps, Esc stops,
 // plus and minus zoom. Installed on the application, so the keys reach the window
 // whichever of its widgets has the focus (the canvas, the source view, the step
-// listing); keys meant for a dialog or a menu are left alone.
+// listing), except a text field; keys meant for a dialog or a menu are left alone.
 class Keyboard : public QObject {
     Q_OBJECT
 public:

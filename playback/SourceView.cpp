@@ -2,7 +2,11 @@
 
 #include "FixedPitchFont.h"
 #include "GCodeLexer.h"
+#include "SourceSearchBar.h"
 
+#include <QAction>
+#include <QContextMenuEvent>
+#include <QMenu>
 #include <QVBoxLayout>
 #include <Qsci/qscidocument.h>
 #include <Qsci/qsciscintilla.h>
@@ -16,6 +20,17 @@ namespace {
 
 constexpr int MarkNumber = 1;
 const QColor MarkColor(255, 236, 139); // a light amber that every text colour reads on
+
+// A window-wide key of the view: it is live only while the view is shown.
+QAction* ViewAction(QWidget* view, const char* name, const QString& text, const QKeySequence& keys)
+{
+    auto* action = new QAction(text, view);
+    action->setObjectName(QString::fromLatin1(name));
+    action->setShortcut(keys);
+    action->setShortcutContext(Qt::WindowShortcut);
+    view->addAction(action);
+    return action;
+}
 
 } // namespace
 
@@ -51,9 +66,71 @@ SourceView::SourceView(QWidget* parent) : QWidget(parent)
             pieces_.stop();
     });
 
+    searchBar_ = new SourceSearchBar(*this);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
     layout->addWidget(editor_);
+    layout->addWidget(searchBar_);
+
+    using Mode = SourceSearchBar::Mode;
+    find_ = ViewAction(this, "sourceFind", tr("&Find..."), QKeySequence(Qt::CTRL | Qt::Key_F));
+    goToLine_ = ViewAction(this, "sourceGoToLine", tr("&Go to Line..."), QKeySequence(Qt::CTRL | Qt::Key_G));
+    QAction* again = ViewAction(this, "sourceFindNext", tr("Find Next"), QKeySequence(Qt::Key_F3));
+    QAction* back = ViewAction(this, "sourceFindPrevious", tr("Find Previous"), QKeySequence(Qt::SHIFT | Qt::Key_F3));
+    connect(find_, &QAction::triggered, this, [this] { searchBar_->Open(Mode::Find); });
+    connect(goToLine_, &QAction::triggered, this, [this] { searchBar_->Open(Mode::GoToLine); });
+    connect(again, &QAction::triggered, this, [this] { searchBar_->FindAgain(true); });
+    connect(back, &QAction::triggered, this, [this] { searchBar_->FindAgain(false); });
+    // The context menu comes to the viewport, which holds the text.
+    editor_->viewport()->installEventFilter(this);
+}
+
+bool SourceView::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched != editor_->viewport() || event->type() != QEvent::ContextMenu)
+        return QWidget::eventFilter(watched, event);
+    QMenu* menu = CreateContextMenu();
+    menu->exec(static_cast<QContextMenuEvent*>(event)->globalPos());
+    delete menu;
+    return true;
+}
+
+QMenu* SourceView::CreateContextMenu()
+{
+    QMenu* menu = editor_->createStandardContextMenu();
+    if (!menu)
+        menu = new QMenu(editor_);
+    menu->addSeparator();
+    menu->addAction(find_);
+    menu->addAction(goToLine_);
+    return menu;
+}
+
+bool SourceView::Find(const QString& text, bool forward, bool fromSelectionStart)
+{
+    LoadUpTo(0); // a match may lie in the text still to come
+    int lineFrom = 0, indexFrom = 0, lineTo = 0, indexTo = 0;
+    editor_->getSelection(&lineFrom, &indexFrom, &lineTo, &indexTo);
+    if (lineFrom < 0) {
+        editor_->getCursorPosition(&lineFrom, &indexFrom);
+        lineTo = lineFrom;
+        indexTo = indexFrom;
+    }
+    // Forward from the selection's end, back from its start: the match selected now is
+    // passed over either way.
+    const bool fromEnd = forward && !fromSelectionStart;
+    return editor_->findFirst(text, false, false, false, true, forward, fromEnd ? lineTo : lineFrom,
+                              fromEnd ? indexTo : indexFrom);
+}
+
+bool SourceView::GoToLine(int line)
+{
+    if (line < 1 || line > LineCount())
+        return false;
+    editor_->setCursorPosition(line - 1, 0);
+    editor_->ensureLineVisible(line - 1);
+    return true;
 }
 
 bool SourceView::LoadFile(const QString& path)

@@ -5,11 +5,14 @@
 #include <QTimer>
 #include <QWidget>
 
+class QAction;
+class QMenu;
 class QsciScintilla;
 
 namespace backplot {
 
 class GCodeLexer;
+class SourceSearchBar;
 
 // The source view: the pane `picEditor` holding the code editor `Editor`, which shows
 // the program file as it is on disk in a fixed-pitch font ("Courier New" where it is
@@ -22,7 +25,11 @@ class GCodeLexer;
 // The text reaches the editor only when it is needed, a piece at a time: a long program
 // opened while the pane is hidden costs no memory for its text, and one shown is loaded
 // in pieces between which the window keeps answering. Whatever asks for lines (MarkLine,
-// LineCount, Editor) gets them loaded first; the editor holds the only copy of the text.
+// LineCount, Editor, Find) gets them loaded first; the editor holds the only copy of the text.
+//
+// Ctrl+F finds text and Ctrl+G goes to a line, through a bar under the text (also from the
+// text's context menu); F3 and Shift+F3 find again. These keys work anywhere in the window
+// while the view is shown, and none of them is one of the window's own keys.
 class SourceView : public QWidget {
     Q_OBJECT
 public:
@@ -46,8 +53,24 @@ public:
     // The editor, with the whole text loaded.
     QsciScintilla* Editor() const;
 
+    // Selects the next match of `text` (in any case) after the selection, or the one
+    // before it, and scrolls it into view; past the end (or the start) the search goes
+    // round. With `fromSelectionStart` a forward search starts where the selection
+    // begins, so a match already selected stays (typing a longer text refines it).
+    // False, and nothing moves, when the text is nowhere.
+    bool Find(const QString& text, bool forward, bool fromSelectionStart = false);
+    // Puts the cursor at the start of `line` and scrolls it into view; the mark stays.
+    // False for a line outside 1..LineCount().
+    bool GoToLine(int line);
+
+    SourceSearchBar& SearchBar() const { return *searchBar_; }
+    // The text's context menu: the editor's own items, then Find and Go to Line. The
+    // caller owns it.
+    QMenu* CreateContextMenu();
+
 protected:
     void showEvent(QShowEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     // An empty document in place of the old one.
@@ -65,6 +88,9 @@ private:
     bool latin1_ = false;   // the file proved not to be UTF-8: read again as Latin-1
     QStringDecoder utf8_;
     QTimer pieces_;         // loads the next piece when the event loop is free
+    SourceSearchBar* searchBar_ = nullptr;
+    QAction* find_ = nullptr;
+    QAction* goToLine_ = nullptr;
 };
 
 } // namespace backplot

@@ -1,6 +1,9 @@
+#include "SourceSearchBar.h"
 #include "SourceView.h"
 #include "WindowFixture.h"
 
+#include <QLineEdit>
+#include <QMenu>
 #include <Qsci/qsciscintilla.h>
 #include <cmath>
 
@@ -29,6 +32,90 @@ TEST_F(Keys, TheSourceViewDoesNotKeepTheKeysFromTheWindow)
     QTest::keyClicks(editor, "s");
     EXPECT_EQ(window->plotter().PlotLast, 1);
     EXPECT_EQ(editor->text(), QString(test::Part)); // nothing typed into the program
+}
+
+// Part's lines: "G00 X10. Y-10.", "G01 X90.", "G00 X110. Y-20.", "M30": "x1" (any case) is
+// at line 1 and line 3, from the fifth character. The bar's field takes every key typed into
+// it; on the canvas the window's keys work as ever, bar open or not.
+TEST_F(Keys, FindAndGoToLineInTheSourceViewLeaveTheWindowKeysToIt)
+{
+    StartWithPart();
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    SourceView& source = window->sourceView();
+    SourceSearchBar& bar = source.SearchBar();
+    QsciScintilla* editor = source.Editor();
+    const auto at = [editor] {
+        int line = 0, index = 0;
+        editor->getCursorPosition(&line, &index);
+        return std::pair(line + 1, index);
+    };
+    QTest::keyClick(Canvas(), Qt::Key_F, Qt::ControlModifier);
+    EXPECT_FALSE(bar.isVisible()); // not while the view is hidden
+
+    Action("mnuSource")->trigger();
+    QTest::keyClicks(Canvas(), "s"); // stepping, record 1
+    ASSERT_TRUE(window->playback().StepMode);
+    QTest::keyClick(Canvas(), Qt::Key_F, Qt::ControlModifier);
+    ASSERT_TRUE(bar.isVisible());
+    ASSERT_EQ(QApplication::focusWidget(), bar.Field());
+    QTest::keyClicks(bar.Field(), "x1");
+    EXPECT_EQ(editor->selectedText(), "X1");
+    EXPECT_EQ(at(), std::pair(1, 6));
+    QTest::keyClick(bar.Field(), Qt::Key_Return);
+    EXPECT_EQ(at(), std::pair(3, 6));
+    QTest::keyClick(bar.Field(), Qt::Key_Return); // round to the top
+    EXPECT_EQ(at(), std::pair(1, 6));
+    QTest::keyClick(bar.Field(), Qt::Key_Return, Qt::ShiftModifier); // and back round
+    EXPECT_EQ(at(), std::pair(3, 6));
+    const ViewTransform view = window->plotter().View;
+    QTest::keyClicks(bar.Field(), "se"); // "x1se" is nowhere; S and E are letters here
+    EXPECT_EQ(bar.Note(), "Not found");
+    EXPECT_EQ(at(), std::pair(3, 6));
+    QTest::keyClick(bar.Field(), Qt::Key_Up);
+    QTest::keyClick(bar.Field(), Qt::Key_Escape);
+    EXPECT_FALSE(bar.isVisible());
+    EXPECT_EQ(window->plotter().PlotLast, 1); // no step, no pan, stepping goes on
+    EXPECT_TRUE(window->playback().StepMode);
+    EXPECT_EQ(window->plotter().View.ViewY1, view.ViewY1);
+
+    // Go to a line, from the keyboard and from the text's context menu.
+    QTest::keyClick(Canvas(), Qt::Key_G, Qt::ControlModifier);
+    EXPECT_EQ(bar.CurrentMode(), SourceSearchBar::Mode::GoToLine);
+    EXPECT_EQ(bar.Field()->text(), "3"); // where the cursor is
+    bar.Field()->clear();
+    QTest::keyClicks(bar.Field(), "2");
+    QTest::keyClick(bar.Field(), Qt::Key_Enter);
+    EXPECT_EQ(at(), std::pair(2, 0));
+    EXPECT_FALSE(bar.isVisible());
+    std::unique_ptr<QMenu> menu(source.CreateContextMenu());
+    QStringList items;
+    for (QAction* item : menu->actions())
+        if (!item->isSeparator())
+            items << item->text() + " " + item->shortcut().toString();
+    EXPECT_EQ(items.mid(items.size() - 2), QStringList({"&Find... Ctrl+F", "&Go to Line... Ctrl+G"}));
+    EXPECT_TRUE(items.size() > 2); // the editor's own items first
+    menu->actions().back()->trigger();
+    EXPECT_EQ(bar.CurrentMode(), SourceSearchBar::Mode::GoToLine);
+
+    // With the bar open the canvas keys still step and end stepping.
+    Canvas()->setFocus();
+    QTest::keyClicks(Canvas(), "s");
+    EXPECT_EQ(window->plotter().PlotLast, 2);
+    QTest::keyClick(Canvas(), Qt::Key_Escape);
+    EXPECT_FALSE(window->playback().StepMode);
+    EXPECT_TRUE(bar.isVisible());
+    QTest::keyClick(Canvas(), Qt::Key_F3); // finds "x1se", the last text looked for: nowhere
+    EXPECT_EQ(at(), std::pair(2, 0));
+    EXPECT_EQ(bar.Note(), "Not found");
+    QTest::keyClick(Canvas(), Qt::Key_F, Qt::ControlModifier);
+    EXPECT_EQ(bar.CurrentMode(), SourceSearchBar::Mode::Find);
+    EXPECT_EQ(bar.Field()->text(), "x1se");
+    QTest::keyClick(bar.Field(), Qt::Key_End); // the text comes selected
+    QTest::keyClick(bar.Field(), Qt::Key_Backspace);
+    QTest::keyClick(bar.Field(), Qt::Key_Backspace); // "x1" again, from line 2 onward
+    EXPECT_EQ(at(), std::pair(3, 6));
+    EXPECT_EQ(at(), std::pair(3, 6));
 }
 
 TEST_F(Keys, PAndEscHammeredDuringAReplayEndInAPlainPicture)
