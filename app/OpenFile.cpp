@@ -1,6 +1,7 @@
 #include "frmBackplot.h"
 
 #include "CanvasWidget.h"
+#include "ExternalOpens.h"
 #include "NumberFormat.h"
 #include "RunTimeError.h"
 #include "SourceView.h"
@@ -113,7 +114,9 @@ OpenOutcome frmBackplot::OpenFile(const OpenRequest& request)
         programLoaded_ = true;
         commands_->mnuDetails->setEnabled(false);
         lblCode_->setText(QStringLiteral(" ") + info.fileName());
+        // The title names it, and a change on disk opens it again.
         setWindowTitle(info.fileName() + QStringLiteral(" — Tarvo Backplot"));
+        externalOpens_->Follow(info.absoluteFilePath());
         SetControls(true);
 
         // 10. A file from the dialog (or handed in as if from it) goes to the top of the
@@ -159,15 +162,23 @@ void frmBackplot::mnuFileOpen_Click()
     translator_->State().AbortTranslation = false;
 }
 
-OpenOutcome frmBackplot::OpenPath(const std::string& path)
+OpenOutcome frmBackplot::OpenPath(const std::string& path) { return OpenGiven({.path = path}); }
+
+bool frmBackplot::ReloadProgram()
+{
+    // Not the user's choice of a file: the program keeps its place in the recent files.
+    return programLoaded_ && Drawn(OpenGiven({.path = fileName_, .listAsRecent = false}));
+}
+
+OpenOutcome frmBackplot::OpenGiven(const OpenRequest& request)
 {
     if (fileOperation_)
         return OpenOutcome::Busy;
     // What the open dialog would have left behind.
-    dialogFileName_ = QString::fromStdString(path);
+    dialogFileName_ = QString::fromStdString(*request.path);
     dialogFileTitle_ = QFileInfo(dialogFileName_).fileName();
     SetFileOperation(true);
-    const OpenOutcome outcome = OpenFile({.path = path});
+    const OpenOutcome outcome = OpenFile(request);
     SetFileOperation(false);
     // Only a drawn program gives the menus: a file refused in a window that shows nothing
     // yet leaves nothing on that needs a program.

@@ -2,6 +2,7 @@
 
 #include "CanvasWidget.h"
 #include "DataFolder.h"
+#include "ExternalOpens.h"
 #include "GuiDialogs.h"
 #include "HelpWindow.h"
 #include "Icons.h"
@@ -89,6 +90,7 @@ frmBackplot::frmBackplot(UserDialogs* dialogs, QWidget* parent) : QMainWindow(pa
     partialPlots_ = std::make_unique<PartialPlots>(*plotter_, *translator_, playback_, settings_, *dialogs_, events_);
     output_ = new OutputCommands(this);
     keyboard_ = std::make_unique<Keyboard>(*this);
+    externalOpens_ = new ExternalOpens(*this);
     // A pass that reached the end of the program: playback is over.
     plotter_->SetPassEndedHook([this](bool slowMotionEnded) {
         commands_->mnuStep->setChecked(false);

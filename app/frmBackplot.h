@@ -22,6 +22,7 @@ class QSplitter;
 namespace backplot {
 
 class CanvasWidget;
+class ExternalOpens;
 class Keyboard;
 class OutputCommands;
 class PartialPlots;
@@ -65,6 +66,8 @@ public:
     EventPump& events() { return events_; }
     RecentFiles& recentFiles() { return recentFiles_; }
     CommandSurface& commands() { return *commands_; }
+    // Files from a later start, dropped files, and the program shown changing on disk.
+    ExternalOpens& externalOpens() { return *externalOpens_; }
     // The window as the playback objects see it (toolbar states, code label, panes).
     PlaybackHost& playbackHost();
     CanvasWidget& canvas() { return *picCanvas_; }
@@ -101,6 +104,10 @@ public:
     // except that a file refused or failing leaves the menus as they were. Busy, and
     // nothing done, while another open runs. The program named at start comes this way.
     OpenOutcome OpenPath(const std::string& path);
+    // Opens the program shown again, as it is on disk now, keeping its place in the recent
+    // files; the stepping commands start from record 1. False when nothing was drawn (no
+    // program shown, an open running, or the file refused).
+    bool ReloadProgram();
     void ReDraw() { mnuRedraw_Click(); }
     // The plotter's passes on the canvas: fit the view window to it, plot records 1 to
     // PlotLast, and the axis alone (drawn when "Show Axis" is on; Plotter::DrawAxis hands
@@ -179,6 +186,9 @@ private:
     void ShowToggles();
     // While an open runs, the menus and the toolbar wait.
     void SetFileOperation(bool running);
+    // A path handed to the window (OpenPath, ReloadProgram): opened without the dialog as
+    // if chosen in it, the stepping commands from record 1 and the menus on once drawn.
+    OpenOutcome OpenGiven(const OpenRequest& request);
     // After an open: single step and slow motion start from the first record.
     void StartPlaybackFromFirstRecord();
 
@@ -211,6 +221,7 @@ private:
     // accessibility bus find it by that.
     CommandSurface* commands_ = nullptr;    // the menus and the toolbar `cToolbar1`
     OutputCommands* output_ = nullptr;      // exports, printing and the preview
+    ExternalOpens* externalOpens_ = nullptr; // files from a later start, dropped, changed on disk
     CanvasWidget* picCanvas_ = nullptr;     // the plot
     SourceView* sourceView_ = nullptr;      // `picEditor`: the program's text beside the plot
     StepListing* stepListing_ = nullptr;    // `Editor1`: the blocks stepped so far, below

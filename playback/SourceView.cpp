@@ -82,8 +82,10 @@ SourceView::SourceView(QWidget* parent) : QWidget(parent)
     connect(goToLine_, &QAction::triggered, this, [this] { searchBar_->Open(Mode::GoToLine); });
     connect(again, &QAction::triggered, this, [this] { searchBar_->FindAgain(true); });
     connect(back, &QAction::triggered, this, [this] { searchBar_->FindAgain(false); });
-    // The context menu comes to the viewport, which holds the text.
+    // The context menu comes to the viewport, which holds the text. A file dropped on the
+    // text is for the window to open, not text to take in.
     editor_->viewport()->installEventFilter(this);
+    editor_->viewport()->setAcceptDrops(false);
 }
 
 bool SourceView::eventFilter(QObject* watched, QEvent* event)
