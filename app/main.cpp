@@ -1,3 +1,5 @@
+#include "ExternalOpens.h"
+#include "InstanceChannel.h"
 #include "InstanceLock.h"
 #include "SettingsStore.h"
 #include "StartArguments.h"
@@ -36,14 +38,23 @@ int main(int argc, char** argv)
     // Ties the windows to the installed menu entry (and its icon) on Wayland desktops.
     QGuiApplication::setDesktopFileName(QStringLiteral("tarvo-backplot"));
 
-    // A second copy ends at once, without a word; the first stays as it is.
+    // A second copy ends at once, without a word. It hands its program file, if it names
+    // one, to the first, which opens it; without one the first is left alone.
     backplot::InstanceLock lock(backplot::InstanceLock::DefaultPath());
-    if (!lock.TryAcquire())
+    if (!lock.TryAcquire()) {
+        if (!start.ProgramPath.isEmpty())
+            backplot::InstanceChannel::Send(backplot::InstanceChannel::DefaultName(), start.ProgramPath,
+                                            backplot::InstanceChannel::OwnActivationToken());
         return 0;
+    }
+    backplot::InstanceChannel channel(backplot::InstanceChannel::DefaultName());
+    channel.Listen();
 
     // The window opens where it was left (or fitted to the screen), as it reads its settings.
     backplot::frmBackplot window;
     window.show();
     start.OpenWhenShown(window);
+    QObject::connect(&channel, &backplot::InstanceChannel::OpenRequested, &window.externalOpens(),
+                     &backplot::ExternalOpens::OpenHandedOver);
     return app.exec();
 }
