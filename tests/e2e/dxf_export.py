@@ -89,7 +89,7 @@ def main(program):
         role_named(box, pyatspi.ROLE_PUSH_BUTTON, "Yes", "the Yes button")
         d.press("alt+y")
         d.wait_gone("Save As DXF File")
-        checks.equal("windows after the export", d.window_names(), ["Tarvo Backplot"])
+        checks.equal("windows after the export", d.window_names(), ["mill_pocket_plate.nc \u2014 Tarvo Backplot"])
 
         # 5. The file, against the CLI's for the canvas of the same size.
         written = wait_for("the DXF file to be written",

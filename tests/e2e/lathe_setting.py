@@ -76,7 +76,7 @@ def main(program):
         d.wait_gone("Open File")
         wait_for("the program to be drawn or a message",
                  lambda: toolbar_state(frame)["Step"] or set(d.window_names()) - {"Tarvo Backplot"})
-        checks.equal("windows after the open", d.window_names(), ["Tarvo Backplot"])
+        checks.equal("windows after the open", d.window_names(), ["lathe_shaft.nc \u2014 Tarvo Backplot"])
         comment, code, xpos, ypos = status_labels(frame)
         checks.expect(reads(code, " lathe_shaft.nc"), "code label after the open: %r" % heard(code))
 

@@ -72,7 +72,7 @@ def main(program):
         # 3. Drawn: the toolbar is the last thing the open sets.
         wait_for("the program to be drawn", lambda: toolbar_state(frame)["Step"] or
                  set(d.window_names()) - {"Tarvo Backplot"})
-        checks.equal("windows after the open", d.window_names(), ["Tarvo Backplot"])
+        checks.equal("windows after the open", d.window_names(), ["mill_pocket_plate.nc \u2014 Tarvo Backplot"])
         checks.equal("toolbar after the open", toolbar_state(frame), TOOLBAR_LOADED)
         checks.expect(reads(comment, " Opening file " + sample), "comment label after the open: %r" % heard(comment))
         checks.expect(reads(code, " mill_pocket_plate.nc"), "code label after the open: %r" % heard(code))
