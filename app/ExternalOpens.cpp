@@ -34,7 +34,9 @@ ExternalOpens::ExternalOpens(frmBackplot& window) : QObject(&window), window_(wi
     retry_.setInterval(250);
     connect(&retry_, &QTimer::timeout, this, &ExternalOpens::Retry);
     connect(&watcher_, &ProgramWatcher::Changed, this, [this](const QString& path) {
-        if (window_.programLoaded() && path.toStdString() == window_.FileName()) {
+        // Still the program shown (the watcher names it as an absolute, clean path).
+        const QString shown = QFileInfo(QString::fromStdString(window_.FileName())).absoluteFilePath();
+        if (window_.programLoaded() && path == shown) {
             waitingReload_ = true;
             Retry();
         }

@@ -26,7 +26,8 @@ Options:
   --           ends the options: a program name after it may start with "-"
 
 Qt's own options (-platform NAME, -style NAME, ...) are passed on to Qt.
-Only one copy runs at a time: a second start ends at once, without a word.
+Only one copy runs at a time: a second start ends at once, without a word,
+and hands PROGRAM to the window that runs, which opens it.
 The settings are the Properties of the window; the command-line companion
 backplot-cli reads programs without a window.
 
