@@ -6,8 +6,6 @@
 
 #include <QSettings>
 #include <QStringList>
-#include <charconv>
-#include <cmath>
 #include <optional>
 #include <string_view>
 
@@ -17,30 +15,6 @@ namespace {
 
 constexpr const char* MessageTitle = "Corvane Backplot";
 constexpr float LongestSlowTime = 1; // the last choice of the properties dialog's list
-
-std::string_view Trimmed(std::string_view text)
-{
-    while (!text.empty() && text.front() == ' ')
-        text.remove_prefix(1);
-    while (!text.empty() && text.back() == ' ')
-        text.remove_suffix(1);
-    return text;
-}
-
-// A whole text as a number ("42", "-1", "0.25", "+3", "1e-05"); nothing for anything else.
-std::optional<double> NumberOf(std::string_view text)
-{
-    text = Trimmed(text);
-    if (!text.empty() && text.front() == '+')
-        text.remove_prefix(1);
-    if (text.empty() || text.front() == '+')
-        return std::nullopt;
-    double value = 0;
-    const auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (ec != std::errc() || end != text.data() + text.size() || !std::isfinite(value))
-        return std::nullopt;
-    return value;
-}
 
 bool EqualsNoCase(std::string_view a, std::string_view b)
 {
@@ -73,12 +47,12 @@ public:
         const auto stored = Stored(name);
         if (!stored)
             return;
-        const std::string_view text = Trimmed(*stored);
+        const std::string_view text = TrimmedBlanks(*stored);
         if (EqualsNoCase(text, "True"))
             field = true;
         else if (EqualsNoCase(text, "False"))
             field = false;
-        else if (const auto number = NumberOf(text))
+        else if (const auto number = ConvertedValue(text))
             field = *number != 0;
         else
             Complain(name, *stored, "which is neither True nor False", defaultValue ? "True" : "False");
@@ -116,7 +90,7 @@ private:
         const auto stored = Stored(name);
         if (!stored)
             return;
-        const auto number = NumberOf(*stored);
+        const auto number = ConvertedValue(*stored);
         if (!number) {
             Complain(name, *stored, "which is not a number", defaultText);
             return;

@@ -4,7 +4,6 @@
 #include "ResumeNext.h"
 #include "RunTimeError.h"
 #include "ToolChangePalette.h"
-#include "WholeNumber.h"
 #include "frmTool1.h"
 
 namespace backplot {
@@ -51,6 +50,14 @@ std::string PartialPlots::ToolChangeMessage(std::int16_t toolChanges)
     return text;
 }
 
+std::string PartialPlots::ToolNumberFaultMessage(std::string_view typed, ConversionFault fault)
+{
+    const std::string shown(TrimmedBlanks(typed));
+    if (fault == ConversionFault::OutOfRange)
+        return "The tool number \"" + shown + "\" is out of range. Enter a tool change number such as 1, 2 or 3.";
+    return "\"" + shown + "\" is not a number. Enter a tool change number such as 1, 2 or 3.";
+}
+
 void PartialPlots::ZeroStartAndEnd()
 {
     EntityRecord& r = translator_.Record();
@@ -67,17 +74,17 @@ void PartialPlots::ToolToEofCommand(DrawSurface& canvas)
 
     // An answer that is no number stops here, keeping the default as it was.
     if (!answer.empty()) {
-        WholeNumber::Fault fault = WholeNumber::Fault::None;
-        const std::optional<std::int32_t> tool = WholeNumber::ToInt32(answer, fault);
+        ConversionFault fault = ConversionFault::None;
+        const std::optional<std::int32_t> tool = ConvertedInt32(answer, fault);
         if (!tool) {
-            dialogs_.Message(WholeNumber::FaultMessage(answer, fault), MessageTitle, MsgIcon::Exclamation,
+            dialogs_.Message(ToolNumberFaultMessage(answer, fault), MessageTitle, MsgIcon::Exclamation,
                              MsgButtons::Ok);
             return;
         }
         PlotFrom(canvas, *tool);
     }
 
-    ToolFromDefault = WholeNumber::ValueText(answer);
+    ToolFromDefault = ConvertedValueText(answer);
 }
 
 void PartialPlots::ToolToToolCommand(DrawSurface& canvas, QWidget* mainWindow, const std::function<void()>& redraw)

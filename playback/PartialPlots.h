@@ -1,6 +1,7 @@
 #pragma once
 
 #include "DrawSurface.h"
+#include "NumberText.h"
 #include "PlaybackState.h"
 #include "Plotter.h"
 #include "Settings.h"
@@ -10,6 +11,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 
 class QWidget;
 
@@ -72,6 +74,10 @@ public:
 
     // "There is only N tool change(s) in the program."
     static std::string ToolChangeMessage(std::int16_t toolChanges);
+
+    // The message for a tool number that could not be read (here and in frmTool1), naming
+    // what was typed.
+    static std::string ToolNumberFaultMessage(std::string_view typed, ConversionFault fault);
 
 private:
     // Reads records 1 to PlotLast into the translator's buffer and hands each to `each`,

@@ -1,6 +1,6 @@
 #include "frmTool1.h"
 
-#include "WholeNumber.h"
+#include "PartialPlots.h"
 
 #include <QEvent>
 #include <QGridLayout>
@@ -109,10 +109,10 @@ void frmTool1::cmdOk_Click()
         const std::string text = boxes[i]->text().toStdString();
         if (text.empty())
             continue;
-        WholeNumber::Fault fault = WholeNumber::Fault::None;
-        values[i] = WholeNumber::ToInt16(text, fault);
+        ConversionFault fault = ConversionFault::None;
+        values[i] = ConvertedInt16(text, fault);
         if (!values[i]) {
-            dialogs_.Message(WholeNumber::FaultMessage(text, fault), "Corvane Backplot", MsgIcon::Exclamation,
+            dialogs_.Message(PartialPlots::ToolNumberFaultMessage(text, fault), "Corvane Backplot", MsgIcon::Exclamation,
                              MsgButtons::Ok);
             boxes[i]->setFocus(Qt::OtherFocusReason);
             boxes[i]->selectAll();

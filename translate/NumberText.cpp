@@ -3,8 +3,9 @@
 #include "RunTimeError.h"
 
 #include <charconv>
-#include <cstdint>
 #include <cmath>
+#include <cstdint>
+#include <limits>
 #include <string>
 
 namespace backplot {
@@ -13,7 +14,34 @@ namespace {
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
+// The value rounded halves to even (the default rounding mode), when it fits an Int.
+template <class Int>
+std::optional<Int> RoundedToFit(double value)
+{
+    const double rounded = std::nearbyint(value);
+    if (!(rounded >= std::numeric_limits<Int>::min() && rounded <= std::numeric_limits<Int>::max()))
+        return std::nullopt;
+    return static_cast<Int>(rounded);
+}
+
+template <class Int>
+std::optional<Int> ConvertedWhole(std::string_view text, ConversionFault& fault)
+{
+    const std::optional<double> value = ConvertedValue(text);
+    const std::optional<Int> whole = value ? RoundedToFit<Int>(*value) : std::nullopt;
+    fault = !value ? ConversionFault::NotANumber : !whole ? ConversionFault::OutOfRange : ConversionFault::None;
+    return whole;
+}
+
 } // namespace
+
+std::string_view TrimmedBlanks(std::string_view text)
+{
+    const std::size_t first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
 
 double ParseDigits(std::string_view digits)
 {
@@ -105,10 +133,7 @@ double LeadingValue(std::string_view text)
 
 std::optional<double> StrictValue(std::string_view text)
 {
-    while (!text.empty() && text.front() == ' ')
-        text.remove_prefix(1);
-    while (!text.empty() && text.back() == ' ')
-        text.remove_suffix(1);
+    text = TrimmedBlanks(text);
     bool negative = false;
     if (!text.empty() && (text.front() == '-' || text.front() == '+')) {
         negative = text.front() == '-';
@@ -123,20 +148,57 @@ std::optional<double> StrictValue(std::string_view text)
     return negative ? -value : value;
 }
 
+std::optional<double> ConvertedValue(std::string_view text)
+{
+    text = TrimmedBlanks(text);
+    bool negative = false;
+    if (!text.empty() && (text.front() == '+' || text.front() == '-')) {
+        negative = text.front() == '-';
+        text.remove_prefix(1);
+    }
+    // from_chars would also take "inf", "nan" and a second sign; only digits, one point
+    // and an exponent make a number here.
+    if (text.empty() || !(IsDigit(text.front()) || text.front() == '.'))
+        return std::nullopt;
+    double value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value))
+        return std::nullopt;
+    return negative ? -value : value;
+}
+
+std::optional<std::int16_t> ConvertedInt16(std::string_view text, ConversionFault& fault)
+{
+    return ConvertedWhole<std::int16_t>(text, fault);
+}
+
+std::optional<std::int32_t> ConvertedInt32(std::string_view text, ConversionFault& fault)
+{
+    return ConvertedWhole<std::int32_t>(text, fault);
+}
+
+std::string ConvertedValueText(std::string_view text)
+{
+    const double value = ConvertedValue(text).value_or(0);
+    if (value == 0)
+        return "0"; // no "-0"
+    char buffer[32];
+    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
+    return std::string(buffer, result.ptr);
+}
+
 std::int32_t RoundToInt32(double value)
 {
-    const double rounded = std::nearbyint(value);
-    if (!(rounded >= INT32_MIN && rounded <= INT32_MAX))
-        throw RunTimeError("Overflow");
-    return static_cast<std::int32_t>(rounded);
+    if (const auto whole = RoundedToFit<std::int32_t>(value))
+        return *whole;
+    throw RunTimeError("Overflow");
 }
 
 std::int16_t RoundToInt16(double value)
 {
-    const double rounded = std::nearbyint(value);
-    if (!(rounded >= INT16_MIN && rounded <= INT16_MAX))
-        throw RunTimeError("Overflow");
-    return static_cast<std::int16_t>(rounded);
+    if (const auto whole = RoundedToFit<std::int16_t>(value))
+        return *whole;
+    throw RunTimeError("Overflow");
 }
 
 float ToSingle(double value)

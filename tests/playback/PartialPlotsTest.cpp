@@ -3,7 +3,6 @@
 #include "ImageSurface.h"
 #include "PlaybackRig.h"
 #include "ToolChangePalette.h"
-#include "WholeNumber.h"
 
 #include <gtest/gtest.h>
 
@@ -294,58 +293,11 @@ TEST(PartialPlots, ToolChangeColoursAreDistinctAndShowOnWhite)
     }
 }
 
-using Fault = WholeNumber::Fault;
-
-TEST(WholeNumber, TypedTextBecomesAWholeNumberOrAFault)
+TEST(PartialPlots, ToolNumberFaultMessagesNameWhatWasTyped)
 {
-    struct Case {
-        const char* name;
-        const char* text;
-        std::optional<std::int16_t> int16;
-        std::optional<std::int32_t> int32;
-        Fault fault16, fault32;
-    };
-    const Case cases[] = {
-        {"Plain", "7", 7, 7, Fault::None, Fault::None},
-        {"BlanksAround", "  12 ", 12, 12, Fault::None, Fault::None},
-        {"PlusSign", "+3", 3, 3, Fault::None, Fault::None},
-        {"MinusSign", "-4", -4, -4, Fault::None, Fault::None},
-        {"HalfRoundsToEvenDown", "2.5", 2, 2, Fault::None, Fault::None},
-        {"HalfRoundsToEvenUp", "3.5", 4, 4, Fault::None, Fault::None},
-        {"LeadingPoint", ".6", 1, 1, Fault::None, Fault::None},
-        {"Exponent", "1E1", 10, 10, Fault::None, Fault::None},
-        {"Largest16Bit", "32767", 32767, 32767, Fault::None, Fault::None},
-        {"Past16Bit", "32768", std::nullopt, 32768, Fault::OutOfRange, Fault::None},
-        {"RoundsPast16Bit", "32767.5", std::nullopt, 32768, Fault::OutOfRange, Fault::None},
-        {"Past32Bit", "2147483648", std::nullopt, std::nullopt, Fault::OutOfRange, Fault::OutOfRange},
-        {"Empty", "", std::nullopt, std::nullopt, Fault::NotANumber, Fault::NotANumber},
-        {"Letters", "abc", std::nullopt, std::nullopt, Fault::NotANumber, Fault::NotANumber},
-        {"TrailingLetter", "3x", std::nullopt, std::nullopt, Fault::NotANumber, Fault::NotANumber},
-        {"Infinity", "inf", std::nullopt, std::nullopt, Fault::NotANumber, Fault::NotANumber},
-        {"InnerBlank", "1 2", std::nullopt, std::nullopt, Fault::NotANumber, Fault::NotANumber},
-        {"Hex", "0x10", std::nullopt, std::nullopt, Fault::NotANumber, Fault::NotANumber},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        Fault fault16 = Fault::None, fault32 = Fault::None;
-        EXPECT_EQ(WholeNumber::ToInt16(c.text, fault16), c.int16);
-        EXPECT_EQ(fault16, c.fault16);
-        EXPECT_EQ(WholeNumber::ToInt32(c.text, fault32), c.int32);
-        EXPECT_EQ(fault32, c.fault32);
-    }
-}
-
-TEST(WholeNumber, ValueTextAndMessages)
-{
-    const std::pair<const char*, const char*> values[] = {
-        {" +7", "7"}, {"2.50", "2.5"}, {"", "0"}, {"abc", "0"}, {"-0", "0"}, {"-3", "-3"}, {"1E1", "10"},
-    };
-    for (const auto& [text, value] : values)
-        EXPECT_EQ(WholeNumber::ValueText(text), value) << text;
-
-    EXPECT_EQ(WholeNumber::FaultMessage(" abc ", Fault::NotANumber),
+    EXPECT_EQ(PartialPlots::ToolNumberFaultMessage(" abc ", ConversionFault::NotANumber),
               "\"abc\" is not a number. Enter a tool change number such as 1, 2 or 3.");
-    EXPECT_EQ(WholeNumber::FaultMessage("99999", Fault::OutOfRange),
+    EXPECT_EQ(PartialPlots::ToolNumberFaultMessage("99999", ConversionFault::OutOfRange),
               "The tool number \"99999\" is out of range. Enter a tool change number such as 1, 2 or 3.");
 }
 
