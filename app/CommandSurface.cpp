@@ -1,5 +1,6 @@
 #include "CommandSurface.h"
 
+#include "AppTexts.h"
 #include "Icons.h"
 
 #include <QAction>
@@ -7,41 +8,17 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QToolBar>
+#include <algorithm>
+#include <iterator>
 
 namespace backplot {
 
 namespace {
 
-// The toolbar, one row per button in toolbar order.
-struct ToolbarButton {
-    ToolbarKey key;
-    const char* toolTip;
-    const char* caption;
-    bool gapBefore; // a separator stands before the button
-};
-constexpr ToolbarButton ToolbarButtons[] = {
-    {ToolbarKey::Exit, "Exit Program", "Exit", false},
-    {ToolbarKey::Open, "Open File to Plot", "Open", true},
-    {ToolbarKey::Clear, "Clear Screen", "Clear", true},
-    {ToolbarKey::Print, "Print", "Print", true},
-    {ToolbarKey::Preview, "Print Preview", "Preview", false},
-    {ToolbarKey::Pan, "Pan", "Pan", true},
-    {ToolbarKey::ZoomExtends, "Zoom Extends", "Extends", false},
-    {ToolbarKey::ZWindow, "Zoom Window", "Window", false},
-    {ToolbarKey::ZIn, "Zoom In", "Z In", false},
-    {ToolbarKey::ZOut, "Zoom Out", "Z Out", false},
-    {ToolbarKey::Refresh, "Refresh Plot", "Refresh", false},
-    {ToolbarKey::Step, "Single Block Step", "Step", true},
-    {ToolbarKey::Slow, "Slow Motion Block Step", "Slow", false},
-    {ToolbarKey::Pause, "Pause", "Pause", false},
-    {ToolbarKey::Stop, "Stop", "Pause", false},
-    {ToolbarKey::GCode, "Show GCode", "GCode", true},
-    {ToolbarKey::Rapid, "Toggle Rapid Lines", "Rapid", true},
-    {ToolbarKey::Axis, "Toggle Axis Lines", "Axis", false},
-    {ToolbarKey::Properties, "BackPlot Properties", "Properties", true},
-    {ToolbarKey::ToolColors, "Toogle Tool Change Colors", "Tool Colors", true},
-};
-static_assert(EveryToolbarKeyInOrder(ToolbarButtons), "one row per toolbar key, in toolbar order");
+// The buttons that a separator stands before.
+constexpr ToolbarKey GapBefore[] = {ToolbarKey::Open, ToolbarKey::Clear, ToolbarKey::Print,
+                                    ToolbarKey::Pan, ToolbarKey::Step, ToolbarKey::GCode,
+                                    ToolbarKey::Rapid, ToolbarKey::Properties, ToolbarKey::ToolColors};
 
 // The buttons that show a setting as pressed.
 constexpr ToolbarKey Toggles[] = {ToolbarKey::Rapid, ToolbarKey::Axis, ToolbarKey::ToolColors};
@@ -97,15 +74,15 @@ QAction* CommandSurface::separator(QMenu* menu, const char* name)
 void CommandSurface::createActions()
 {
     // File
-    mnuFileOpen = newAction("mnuFileOpen", QStringLiteral("&Open..."));
+    mnuFileOpen = newAction("mnuFileOpen", texts::mnuFileOpen);
     mnuFileOpen->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
-    mnuWinbmp = newAction("mnuWinbmp", QStringLiteral("&Windows Bitmap"));
-    mnuDxfFile = newAction("mnuDxfFile", QStringLiteral("&DXF File"));
-    mnuPrintPreview = newAction("mnuPrintPreview", QStringLiteral("Print Pre&view"));
-    mnuPrint = newAction("mnuPrint", QStringLiteral("&Print"));
+    mnuWinbmp = newAction("mnuWinbmp", texts::mnuWinbmp);
+    mnuDxfFile = newAction("mnuDxfFile", texts::mnuDxfFile);
+    mnuPrintPreview = newAction("mnuPrintPreview", texts::mnuPrintPreview);
+    mnuPrint = newAction("mnuPrint", texts::mnuPrint);
     mnuPrint->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_P));
-    mnuPrinter = newAction("mnuPrinter", QStringLiteral("Printer Set&up..."));
-    mnuExit = newAction("mnuExit", QStringLiteral("E&xit"));
+    mnuPrinter = newAction("mnuPrinter", texts::mnuPrinter);
+    mnuExit = newAction("mnuExit", texts::mnuExit);
     for (int i = 1; i <= RecentFiles::Count; ++i) {
         QAction* entry = newAction("", QStringLiteral("RecentFile%1").arg(i));
         entry->setObjectName(QStringLiteral("mnuRecentFile%1").arg(i));
@@ -114,52 +91,52 @@ void CommandSurface::createActions()
     }
 
     // Edit (never shown)
-    mnuDelete = newAction("mnuDelete", QStringLiteral("&Delete"));
+    mnuDelete = newAction("mnuDelete", texts::mnuDelete);
     mnuDelete->setShortcut(QKeySequence(Qt::Key_Delete));
 
     // View
-    mnuClear = newAction("mnuClear", QStringLiteral("&Clear"));
-    mnuRedraw = newAction("mnuRedraw", QStringLiteral("&Redraw"));
-    mnuAutoOn = newAction("mnuAutoOn", QStringLiteral("On"), true);
-    mnuAutoOff = newAction("mnuAutoOff", QStringLiteral("Off"), true);
+    mnuClear = newAction("mnuClear", texts::mnuClear);
+    mnuRedraw = newAction("mnuRedraw", texts::mnuRedraw);
+    mnuAutoOn = newAction("mnuAutoOn", texts::mnuAutoOn, true);
+    mnuAutoOff = newAction("mnuAutoOff", texts::mnuAutoOff, true);
     mnuAutoOff->setChecked(true);
-    mnuZExtents = newAction("mnuZExtents", QStringLiteral("Full Drawing &Extents"));
-    mnuZPrev = newAction("mnuZPrev", QStringLiteral("&Previous"));
-    mnuZWindow = newAction("mnuZWindow", QStringLiteral("&Window"));
-    mnuZIn = newAction("mnuZIn", QStringLiteral("&In"));
-    mnuZOut = newAction("mnuZOut", QStringLiteral("&Out"));
-    mnuPoint = newAction("mnuPoint", QStringLiteral("&Point"));
-    mnuPanLeft = newAction("mnuPanLeft", QStringLiteral("&Left"));
-    mnuPanRight = newAction("mnuPanRight", QStringLiteral("&Right"));
-    mnuPanUp = newAction("mnuPanUp", QStringLiteral("&Up"));
-    mnuPanDown = newAction("mnuPanDown", QStringLiteral("&Down"));
-    mnuStep = newAction("mnuStep", QStringLiteral("&Single Block Step"), true);
-    mnuDetails = newAction("mnuDetails", QStringLiteral("Step &Details"));
-    mnuSlowMotion = newAction("mnuSlowMotion", QStringLiteral("Slow &Motion Block Step"), true);
-    mnuTool1 = newAction("mnuTool1", QStringLiteral("Tool To &EOF"));
-    mnuTool2 = newAction("mnuTool2", QStringLiteral("&Tool To Tool"));
-    mnuSource = newAction("mnuSource", QStringLiteral("&View GCode Source"), true);
+    mnuZExtents = newAction("mnuZExtents", texts::mnuZExtents);
+    mnuZPrev = newAction("mnuZPrev", texts::mnuZPrev);
+    mnuZWindow = newAction("mnuZWindow", texts::mnuZWindow);
+    mnuZIn = newAction("mnuZIn", texts::mnuZIn);
+    mnuZOut = newAction("mnuZOut", texts::mnuZOut);
+    mnuPoint = newAction("mnuPoint", texts::mnuPoint);
+    mnuPanLeft = newAction("mnuPanLeft", texts::mnuPanLeft);
+    mnuPanRight = newAction("mnuPanRight", texts::mnuPanRight);
+    mnuPanUp = newAction("mnuPanUp", texts::mnuPanUp);
+    mnuPanDown = newAction("mnuPanDown", texts::mnuPanDown);
+    mnuStep = newAction("mnuStep", texts::mnuStep, true);
+    mnuDetails = newAction("mnuDetails", texts::mnuDetails);
+    mnuSlowMotion = newAction("mnuSlowMotion", texts::mnuSlowMotion, true);
+    mnuTool1 = newAction("mnuTool1", texts::mnuTool1);
+    mnuTool2 = newAction("mnuTool2", texts::mnuTool2);
+    mnuSource = newAction("mnuSource", texts::mnuSource, true);
 
     // Options
-    mnuDrawAids = newAction("mnuDrawAids", QStringLiteral("Drawing &Aids..."));
-    mnuText = newAction("mnuText", QStringLiteral("&Text..."));
+    mnuDrawAids = newAction("mnuDrawAids", texts::mnuDrawAids);
+    mnuText = newAction("mnuText", texts::mnuText);
     mnuText->setVisible(false);
-    mnuCoords = newAction("mnuCoords", QStringLiteral("Coordinates"));
+    mnuCoords = newAction("mnuCoords", texts::mnuCoords);
     mnuCoords->setVisible(false);
-    mnuPref = newAction("mnuPref", QStringLiteral("&Properties..."));
-    mnuCaptions = newAction("mnuCaptions", QStringLiteral("Show Toolbar Captions"), true);
+    mnuPref = newAction("mnuPref", texts::mnuPref);
+    mnuCaptions = newAction("mnuCaptions", texts::mnuCaptions, true);
     mnuCaptions->setVisible(false);
 
     // Help
-    mnuHelpFile = newAction("mnuHelpFile", QStringLiteral("Tarvo Backplot Help &Topics"));
-    mnuAbout = newAction("mnuAbout", QStringLiteral("&About..."));
+    mnuHelpFile = newAction("mnuHelpFile", texts::mnuHelpFile);
+    mnuAbout = newAction("mnuAbout", texts::mnuAbout);
 }
 
 void CommandSurface::createMenus()
 {
-    mnuFileMain = topMenu("mnuFileMain", QStringLiteral("&File"));
+    mnuFileMain = topMenu("mnuFileMain", texts::mnuFileMain);
     mnuFileMain->addAction(mnuFileOpen);
-    mnuSaveAs = subMenu(mnuFileMain, "mnuSaveAs", QStringLiteral("Save &As..."));
+    mnuSaveAs = subMenu(mnuFileMain, "mnuSaveAs", texts::mnuSaveAs);
     mnuSaveAs->addAction(mnuWinbmp);
     mnuSaveAs->addAction(mnuDxfFile);
     separator(mnuFileMain, "mnuFbar1");
@@ -173,21 +150,21 @@ void CommandSurface::createMenus()
     for (int i = 1; i <= RecentFiles::Count; ++i)
         mnuFileMain->addAction(mnuRecentFile[static_cast<std::size_t>(i)]);
 
-    mnuEdit = topMenu("mnuEdit", QStringLiteral("&Edit"));
+    mnuEdit = topMenu("mnuEdit", texts::mnuEdit);
     mnuEdit->addAction(mnuDelete);
     mnuEdit->menuAction()->setVisible(false);
 
-    mnuViewMain = topMenu("mnuViewMain", QStringLiteral("&View"));
+    mnuViewMain = topMenu("mnuViewMain", texts::mnuViewMain);
     mnuViewMain->addAction(mnuClear);
     separator(mnuViewMain, "mnuVBar1");
     mnuViewMain->addAction(mnuRedraw);
-    mnuAutoRedraw = subMenu(mnuViewMain, "mnuAutoRedraw", QStringLiteral("&Auto Redraw"));
+    mnuAutoRedraw = subMenu(mnuViewMain, "mnuAutoRedraw", texts::mnuAutoRedraw);
     mnuAutoRedraw->addAction(mnuAutoOn);
     mnuAutoRedraw->addAction(mnuAutoOff);
     separator(mnuViewMain, "mnuVBar2");
-    mnuZoomMain = subMenu(mnuViewMain, "mnuZoomMain", QStringLiteral("&Zoom"));
+    mnuZoomMain = subMenu(mnuViewMain, "mnuZoomMain", texts::mnuZoomMain);
     mnuZoomMain->addActions({mnuZExtents, mnuZPrev, mnuZWindow, mnuZIn, mnuZOut});
-    mnuPanMain = subMenu(mnuViewMain, "mnuPanMain", QStringLiteral("&Pan"));
+    mnuPanMain = subMenu(mnuViewMain, "mnuPanMain", texts::mnuPanMain);
     mnuPanMain->addActions({mnuPoint, mnuPanLeft, mnuPanRight, mnuPanUp, mnuPanDown});
     separator(mnuViewMain, "mnuVBar3");
     mnuViewMain->addAction(mnuStep);
@@ -195,7 +172,7 @@ void CommandSurface::createMenus()
     separator(mnuViewMain, "mnuVBar4");
     mnuViewMain->addAction(mnuSlowMotion);
     separator(mnuViewMain, "mnuVBar5");
-    mnuPlotFrom = subMenu(mnuViewMain, "mnuPlotFrom", QStringLiteral("Plot &From"));
+    mnuPlotFrom = subMenu(mnuViewMain, "mnuPlotFrom", texts::mnuPlotFrom);
     mnuPlotFrom->addAction(mnuTool1);
     mnuPlotFrom->addAction(mnuTool2);
     mnuPlotFrom->menuAction()->setVisible(false);
@@ -203,10 +180,10 @@ void CommandSurface::createMenus()
     mnuVBar6->setVisible(false);
     mnuViewMain->addAction(mnuSource);
 
-    mnuToolsMain = topMenu("mnuToolsMain", QStringLiteral("&Options"));
+    mnuToolsMain = topMenu("mnuToolsMain", texts::mnuToolsMain);
     mnuToolsMain->addActions({mnuDrawAids, mnuText, mnuCoords, mnuPref, mnuCaptions});
 
-    mnuHelp = topMenu("mnuHelp", QStringLiteral("&Help"));
+    mnuHelp = topMenu("mnuHelp", texts::mnuHelp);
     mnuHelp->addAction(mnuHelpFile);
     separator(mnuHelp, "mnuHBar1");
     mnuHelp->addAction(mnuAbout);
@@ -221,8 +198,8 @@ void CommandSurface::createToolBar()
     cToolbar1->setMovable(false);
     cToolbar1->toggleViewAction()->setEnabled(false);
 
-    for (const ToolbarButton& entry : ToolbarButtons) {
-        if (entry.gapBefore)
+    for (const texts::ToolbarText& entry : texts::ToolbarTexts) {
+        if (std::find(std::begin(GapBefore), std::end(GapBefore), entry.key) != std::end(GapBefore))
             cToolbar1->addSeparator();
         auto* action = new QAction(Icons::ToolbarIcon(entry.key), QString::fromLatin1(entry.caption), window_);
         action->setObjectName(QString::fromLatin1(NameOf(entry.key)));

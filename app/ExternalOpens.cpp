@@ -1,6 +1,7 @@
 #include "ExternalOpens.h"
 
 #include "StartArguments.h"
+#include "TranslationTexts.h"
 #include "UserDialogs.h"
 #include "frmBackplot.h"
 
@@ -83,7 +84,7 @@ void ExternalOpens::Open(const QString& path, int othersIgnored)
         return;
     }
     if (!QFileInfo(path).isFile()) {
-        window_.dialogs().Message(StartArguments::MissingMessage(path), "Corvane Backplot", MsgIcon::Critical,
+        window_.dialogs().Message(StartArguments::MissingMessage(path), texts::MessageTitle, MsgIcon::Critical,
                                   MsgButtons::Ok);
         return;
     }

@@ -1,6 +1,7 @@
 #include "HelpWindow.h"
 
 #include "Icons.h"
+#include "TranslationTexts.h"
 #include "UserDialogs.h"
 
 #include <QAction>
@@ -91,7 +92,7 @@ std::string HelpWindow::MissingMessage(const QString& indexPath)
 HelpWindow* HelpWindow::ShowContents(QWidget& owner, UserDialogs& dialogs, const QString& indexPath)
 {
     if (!QFileInfo(indexPath).isFile()) {
-        dialogs.Message(MissingMessage(indexPath), "Corvane Backplot", MsgIcon::Exclamation, MsgButtons::Ok);
+        dialogs.Message(MissingMessage(indexPath), texts::MessageTitle, MsgIcon::Exclamation, MsgButtons::Ok);
         return nullptr;
     }
     auto* help = owner.findChild<HelpWindow*>(QStringLiteral("frmHelp"), Qt::FindDirectChildrenOnly);

@@ -2,6 +2,7 @@
 
 #include "CommandSurface.h"
 #include "PlaybackHost.h"
+#include "PlaybackTexts.h"
 #include "ViewCommands.h"
 #include "frmBackplot.h"
 
@@ -114,7 +115,7 @@ bool Keyboard::Form_KeyPress(int& keyAscii)
         if (playback.StepMode)
             window_.commands().mnuDetails->setEnabled(true);
         window_.mnuStep_Click();
-        window_.lblCode()->setText(QStringLiteral("  Press Esc key to end single step."));
+        window_.lblCode()->setText(texts::EndSingleStep);
         return true;
     case 'P':
         window_.tbPause_Click();

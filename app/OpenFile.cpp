@@ -1,5 +1,6 @@
 #include "frmBackplot.h"
 
+#include "AppTexts.h"
 #include "CanvasWidget.h"
 #include "ExternalOpens.h"
 #include "NumberFormat.h"
@@ -7,6 +8,7 @@
 #include "SourceView.h"
 #include "StatusLines.h"
 #include "StepListing.h"
+#include "TranslationTexts.h"
 
 #include <QAction>
 #include <QFileInfo>
@@ -19,16 +21,10 @@
 
 namespace backplot {
 
-namespace {
-
-constexpr const char* MessageTitle = "Corvane Backplot";
-
-} // namespace
-
 std::optional<std::string> frmBackplot::ShowOpenDialog()
 {
     const std::string& ext = settings_.FileExt;
-    const std::optional<std::string> chosen = dialogs_->OpenFileName("Open File", settings_.WorkDir, ext + " ", " " + ext);
+    const std::optional<std::string> chosen = dialogs_->OpenFileName(texts::OpenDialogTitle, settings_.WorkDir, ext + " ", " " + ext);
     TranslationState& state = translator_->State();
     if (chosen) {
         dialogFileName_ = QString::fromStdString(*chosen);
@@ -73,7 +69,7 @@ OpenOutcome frmBackplot::OpenFile(const OpenRequest& request)
         if (!info.isFile())
             throw RunTimeError("File not found");
         if (info.size() == 0) {
-            dialogs_->Message(path + " is an empty file", MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
+            dialogs_->Message(path + texts::EmptyFile, texts::MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
             return OpenOutcome::EmptyFile;
         }
 
@@ -86,7 +82,7 @@ OpenOutcome frmBackplot::OpenFile(const OpenRequest& request)
 
         // 5. Status and a clean canvas.
         statusLines_->ShowBoth();
-        lblComment_->setText(QStringLiteral(" Opening file ") + QString::fromStdString(path));
+        lblComment_->setText(texts::StatusOpening + QString::fromStdString(path));
         dialogs_->SetPointer(MousePointer::Hourglass);
         picCanvas_->ClearPicture();
 
@@ -95,9 +91,9 @@ OpenOutcome frmBackplot::OpenFile(const OpenRequest& request)
         t.NormaliseFile(path, TempFileName);
         events_.ProcessEvents();
         const EntityRecord& at = t.Record();
-        lblCode_->setText(QStringLiteral(" Translating file."));
-        lblXPos_->setText(QStringLiteral(" X ") + QString::fromStdString(FormatMask5(at.EndX)));
-        lblYPos_->setText(QStringLiteral(" Y ") + QString::fromStdString(FormatMask5(-at.EndY)));
+        lblCode_->setText(texts::StatusTranslating);
+        lblXPos_->setText(QString::fromStdString(texts::ReadoutX + FormatMask5(at.EndX)));
+        lblYPos_->setText(QString::fromStdString(texts::ReadoutY + FormatMask5(-at.EndY)));
         t.TranslateProgram();
         const bool stoppedEarly = t.StoppedEarly();
 
@@ -106,7 +102,7 @@ OpenOutcome frmBackplot::OpenFile(const OpenRequest& request)
         plotter_->ExtentsWithMargin(canvas);
 
         // 8. Draw every record.
-        lblCode_->setText(QStringLiteral(" Drawing file."));
+        lblCode_->setText(texts::StatusDrawing);
         events_.ProcessEvents();
         plotter_->GetRecords(canvas);
 
@@ -127,7 +123,7 @@ OpenOutcome frmBackplot::OpenFile(const OpenRequest& request)
         }
         outcome = stoppedEarly ? OpenOutcome::Aborted : OpenOutcome::Opened;
     } catch (const std::exception&) {
-        dialogs_->Message("An error as occurred while prossessing the file ", MessageTitle, MsgIcon::Critical,
+        dialogs_->Message(texts::OpenFailed, texts::MessageTitle, MsgIcon::Critical,
                           MsgButtons::Ok);
         SetControls(programLoaded_);
         outcome = OpenOutcome::Failed;
@@ -207,7 +203,7 @@ void frmBackplot::mnuRecentFile_Click(int index)
         SetMenus(true);
     } catch (const std::exception&) {
         SetFileOperation(false);
-        dialogs_->Message("Error loading file.", "Corvane BackPlot", MsgIcon::Critical, MsgButtons::Ok);
+        dialogs_->Message(texts::ErrorLoadingFile, texts::RecentFileErrorTitle, MsgIcon::Critical, MsgButtons::Ok);
     }
 }
 

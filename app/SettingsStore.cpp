@@ -3,6 +3,7 @@
 #include "NumberFormat.h"
 #include "NumberText.h"
 #include "RunTimeError.h"
+#include "TranslationTexts.h"
 
 #include <QSettings>
 #include <QStringList>
@@ -13,7 +14,6 @@ namespace backplot {
 
 namespace {
 
-constexpr const char* MessageTitle = "Corvane Backplot";
 constexpr float LongestSlowTime = 1; // the last choice of the properties dialog's list
 
 bool EqualsNoCase(std::string_view a, std::string_view b)
@@ -119,7 +119,7 @@ private:
     {
         dialogs_.Message("The setting \"" + std::string(name) + "\" holds \"" + stored + "\", " + why +
                              ". Its default " + defaultText + " is used.",
-                         MessageTitle, MsgIcon::Exclamation, MsgButtons::Ok);
+                         texts::MessageTitle, MsgIcon::Exclamation, MsgButtons::Ok);
     }
 
     QSettings& store_;

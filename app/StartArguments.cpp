@@ -1,6 +1,7 @@
 #include "StartArguments.h"
 
 #include "BuildInfo.h"
+#include "TranslationTexts.h"
 #include "UserDialogs.h"
 #include "frmBackplot.h"
 
@@ -116,7 +117,7 @@ void StartArguments::OpenWhenShown(frmBackplot& window) const
     // The window is the timer's context: gone with the window, the call is dropped.
     QTimer::singleShot(0, &window, [target, path] {
         if (!QFileInfo(path).isFile()) {
-            target->dialogs().Message(MissingMessage(path), "Corvane Backplot", MsgIcon::Critical, MsgButtons::Ok);
+            target->dialogs().Message(MissingMessage(path), texts::MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
             return;
         }
         target->OpenPath(path.toStdString());

@@ -1,5 +1,6 @@
 #include "frmAbout.h"
 
+#include "AppTexts.h"
 #include "BuildInfo.h"
 #include "Icons.h"
 
@@ -13,7 +14,7 @@ namespace backplot {
 frmAbout::frmAbout(QWidget* parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmAbout"));
-    setWindowTitle(QStringLiteral("About Tarvo Backplot"));
+    setWindowTitle(texts::AboutCaption);
     setModal(true);
 
     imgLogo_ = new QLabel(this);
@@ -26,7 +27,7 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent)
     imgLogo_->setPixmap(logo);
     imgLogo_->setAlignment(Qt::AlignTop);
 
-    lblTitle_ = new QLabel(QStringLiteral("Tarvo Backplot V5.0"), this);
+    lblTitle_ = new QLabel(texts::AboutTitleLine, this);
     lblTitle_->setObjectName(QStringLiteral("lblTitle"));
     QFont titleFont = lblTitle_->font();
     titleFont.setPointSizeF(titleFont.pointSizeF() * 1.4);
@@ -49,7 +50,7 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent)
     for (QLabel* label : {lblVersion_, lblQtVersion_, lblLicence_})
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
 
-    cmdOK_ = new QPushButton(QStringLiteral("&OK"), this);
+    cmdOK_ = new QPushButton(texts::AboutOk, this);
     cmdOK_->setObjectName(QStringLiteral("cmdOK"));
     cmdOK_->setDefault(true);
     connect(cmdOK_, &QPushButton::clicked, this, &frmAbout::cmdOK_Click);

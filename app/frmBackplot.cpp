@@ -1,5 +1,6 @@
 #include "frmBackplot.h"
 
+#include "AppTexts.h"
 #include "CanvasWidget.h"
 #include "DataFolder.h"
 #include "ExternalOpens.h"
@@ -16,7 +17,9 @@
 #include "StatusLines.h"
 #include "StepListing.h"
 #include "Stepper.h"
+#include "TranslationTexts.h"
 #include "ViewCommands.h"
+#include "ViewTexts.h"
 #include "WindowHost.h"
 #include "frmAbout.h"
 #include "frmDetails.h"
@@ -38,7 +41,6 @@ namespace backplot {
 
 namespace {
 
-constexpr const char* MessageTitle = "Corvane Backplot";
 // The size of a first start, where the screen has room for it.
 constexpr QSize FirstSize(1000, 720);
 
@@ -118,7 +120,7 @@ frmBackplot::frmBackplot(UserDialogs* dialogs, QWidget* parent) : QMainWindow(pa
     playback_ = PlaybackState{};
 
     // Ready, on the chosen background.
-    lblComment_->setText(QStringLiteral("  Ready"));
+    lblComment_->setText(texts::StatusReady);
     picCanvas_->SetBackColor(static_cast<std::uint32_t>(settings_.Backcolor));
     picCanvas_->ClearPicture();
 
@@ -224,7 +226,7 @@ void frmBackplot::wireCommands()
     toggle(K::ToolColors, &Settings::ToolColor, &frmBackplot::tbToolColors_Click);
 
     // A button nobody sees; it prints, like "&Print".
-    cmdHidden_ = new QPushButton(QStringLiteral("Hidden"), this);
+    cmdHidden_ = new QPushButton(texts::cmdHidden, this);
     cmdHidden_->setObjectName(QStringLiteral("cmdHidden"));
     cmdHidden_->hide();
     connect(cmdHidden_, &QPushButton::clicked, this, &frmBackplot::mnuPrint_Click);
@@ -387,7 +389,7 @@ void frmBackplot::mnuAutoOn_Click()
 void frmBackplot::mnuAutoOff_Click()
 {
     if (settings_.CrossHairs) {
-        dialogs_->Message("Please turn the cross hairs off\r\nbefore using this option.", MessageTitle, MsgIcon::None,
+        dialogs_->Message(texts::TurnCrossHairsOff, texts::MessageTitle, MsgIcon::None,
                           MsgButtons::Ok);
         return;
     }
@@ -455,7 +457,7 @@ void frmBackplot::mnuDrawAids_Click()
             DrawAxis();
         }
     } catch (const std::exception&) {
-        dialogs_->Message("Error encountered with drawinig aids.", "Corvane Backplot Error", MsgIcon::None,
+        dialogs_->Message(texts::DrawAidsError, texts::DrawAidsErrorTitle, MsgIcon::None,
                           MsgButtons::Ok);
     }
 }

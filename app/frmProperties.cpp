@@ -1,8 +1,10 @@
 #include "frmProperties.h"
 
+#include "AppTexts.h"
 #include "Palette.h"
 #include "TKZBrowser.h"
 #include "TKZColorSelector.h"
+#include "TranslationTexts.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -21,13 +23,13 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <exception>
+#include <iterator>
 #include <optional>
 
 namespace backplot {
 
 namespace {
 
-constexpr const char* MessageTitle = "Corvane Backplot";
 constexpr int CurrentLineWidth = 150;
 constexpr int CurrentLineHeight = 20;
 constexpr int TimerInterval = 100; // ms
@@ -63,11 +65,12 @@ std::optional<std::int32_t> ToolNumberOf(const QString& text)
 
 const QStringList& frmProperties::SlowTimeItems()
 {
-    // No .40, .50, .60 or .70: the steps widen on purpose.
-    static const QStringList items = {QStringLiteral(".05"), QStringLiteral(".10"), QStringLiteral(".15"),
-                                      QStringLiteral(".20"), QStringLiteral(".25"), QStringLiteral(".30"),
-                                      QStringLiteral(".35"), QStringLiteral(".45"), QStringLiteral(".55"),
-                                      QStringLiteral(".65"), QStringLiteral(".75"), QStringLiteral("1")};
+    static const QStringList items = [] {
+        QStringList list;
+        for (const char* choice : texts::SlowTimeChoices)
+            list.append(QString::fromLatin1(choice));
+        return list;
+    }();
     return items;
 }
 
@@ -77,7 +80,7 @@ frmProperties::frmProperties(Settings& settings, ToolColorTable& toolColors, con
       currentSurface_(CurrentLineWidth, CurrentLineHeight)
 {
     setObjectName(QStringLiteral("frmProperties"));
-    setWindowTitle(QStringLiteral("Properties"));
+    setWindowTitle(texts::PropertiesCaption);
     setModal(true);
 
     // The five pages, each with its key.
@@ -86,27 +89,26 @@ frmProperties::frmProperties(Settings& settings, ToolColorTable& toolColors, con
     TabProp_->setAccessibleName(QStringLiteral("Property pages"));
     const struct {
         QWidget* page;
-        const char* caption;
         const char* key;
     } pages[] = {
-        {BuildFilesPage(), "Files", "Files"},
-        {BuildAxisPage(), "Axis Lines", "Axis"},
-        {BuildSlowMotionPage(), "Slow Motion", "SMotion"},
-        {BuildBackgroundPage(), "Back Ground Color", "BackGrd"},
-        {BuildToolsPage(), "Tool Color", "Tools"},
+        {BuildFilesPage(), "Files"},
+        {BuildAxisPage(), "Axis"},
+        {BuildSlowMotionPage(), "SMotion"},
+        {BuildBackgroundPage(), "BackGrd"},
+        {BuildToolsPage(), "Tools"},
     };
-    for (const auto& p : pages) {
-        p.page->setObjectName(QString::fromLatin1(p.key));
-        const int index = TabProp_->addTab(p.page, QString::fromLatin1(p.caption));
-        TabProp_->tabBar()->setTabData(index, QString::fromLatin1(p.key));
+    static_assert(std::size(pages) == std::size(texts::PropertiesPages));
+    for (std::size_t i = 0; i < std::size(pages); ++i) {
+        pages[i].page->setObjectName(QString::fromLatin1(pages[i].key));
+        const int index = TabProp_->addTab(pages[i].page, QString::fromLatin1(texts::PropertiesPages[i]));
+        TabProp_->tabBar()->setTabData(index, QString::fromLatin1(pages[i].key));
     }
 
     // "OK", "Cancel", "Apply".
-    const char* captions[] = {"OK", "Cancel", "Apply"};
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);
     for (int i = 0; i < 3; ++i) {
-        auto* button = new QPushButton(QString::fromLatin1(captions[i]), this);
+        auto* button = new QPushButton(QString::fromLatin1(texts::PropertiesButtons[i]), this);
         button->setObjectName(QStringLiteral("cmdProperties") + QString::number(i));
         button->setAutoDefault(false);
         connect(button, &QPushButton::clicked, this, [this, i] { cmdProperties_Click(i); });
@@ -153,7 +155,7 @@ void frmProperties::ShowModal(Settings& settings, ToolColorTable& toolColors, co
         if (afterClose)
             afterClose();
     } catch (const std::exception& error) {
-        dialogs.Message(error.what(), MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
+        dialogs.Message(error.what(), texts::MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
     }
     dialogs.SetPointer(MousePointer::Default);
 }
@@ -304,7 +306,7 @@ bool frmProperties::ApplyFiles()
     if (!folder.isEmpty() && !QFileInfo(folder).isDir()) {
         dialogs_.Message("The folder \"" + folder.toStdString() +
                              "\" does not exist.\r\nChoose an existing folder for the work directory.",
-                         MessageTitle, MsgIcon::Exclamation, MsgButtons::Ok);
+                         texts::MessageTitle, MsgIcon::Exclamation, MsgButtons::Ok);
         ShowPage(1, TKZBrowser1_);
         return false;
     }
@@ -356,7 +358,7 @@ bool frmProperties::SetToolColors()
             dialogs_.Message("Tool " + std::to_string(i + 1) + ": \"" + box->text().toStdString() +
                                  "\" is not a tool number.\r\nEnter a whole number from 0 to " +
                                  std::to_string(HighestToolNumber) + ".",
-                             MessageTitle, MsgIcon::Exclamation, MsgButtons::Ok);
+                             texts::MessageTitle, MsgIcon::Exclamation, MsgButtons::Ok);
             ShowPage(5, box);
             return false;
         }
@@ -431,7 +433,7 @@ void frmProperties::cmdProperties_Click(int index)
             break;
         }
     } catch (const std::exception& error) {
-        dialogs_.Message(error.what(), MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
+        dialogs_.Message(error.what(), texts::MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
     }
 }
 

@@ -2,6 +2,7 @@
 // frmProperties.cpp.
 #include "frmProperties.h"
 
+#include "AppTexts.h"
 #include "TKZBrowser.h"
 #include "TKZColorSelector.h"
 
@@ -47,22 +48,22 @@ QWidget* frmProperties::BuildFilesPage()
 {
     auto* page = new QWidget;
 
-    QGroupBox* fraExt = Frame("fraExt", QStringLiteral("Default File Extension"), page);
+    QGroupBox* fraExt = Frame("fraExt", texts::FilesExtFrame, page);
     txtExt_ = Named(new QLineEdit(fraExt), QStringLiteral("txtExt"), QStringLiteral("Default file extension"));
     auto* extLayout = new QHBoxLayout(fraExt);
     extLayout->addWidget(txtExt_);
     extLayout->addStretch(1);
     txtExt_->setMinimumWidth(txtExt_->fontMetrics().horizontalAdvance(QStringLiteral("*.nc;*.tap;*.ngc")));
 
-    QGroupBox* fraWorkDir = Frame("fraWorkDir", QStringLiteral("Location of work directory"), page);
+    QGroupBox* fraWorkDir = Frame("fraWorkDir", texts::FilesWorkDirFrame, page);
     txtCurrentDir_ = Named(new QLineEdit(fraWorkDir), QStringLiteral("txtCurrentDir"),
                            QStringLiteral("Current work directory"));
     txtCurrentDir_->setReadOnly(true);
     TKZBrowser1_ = Named(new TKZBrowser(fraWorkDir), QStringLiteral("TKZBrowser1"));
     TKZBrowser1_->SetFieldName(QStringLiteral("New work directory"));
     TKZBrowser1_->SetDialogTitle(QStringLiteral("Work Directory"));
-    auto* lblCurrent = Named(new QLabel(QStringLiteral("Current:"), fraWorkDir), QStringLiteral("lblCurrent"));
-    auto* lblNew = Named(new QLabel(QStringLiteral("New:"), fraWorkDir), QStringLiteral("lblNew"));
+    auto* lblCurrent = Named(new QLabel(texts::FilesCurrentDir, fraWorkDir), QStringLiteral("lblCurrent"));
+    auto* lblNew = Named(new QLabel(texts::FilesNewDir, fraWorkDir), QStringLiteral("lblNew"));
     lblCurrent->setBuddy(txtCurrentDir_);
     lblNew->setBuddy(TKZBrowser1_);
     auto* dirLayout = new QGridLayout(fraWorkDir);
@@ -72,16 +73,16 @@ QWidget* frmProperties::BuildFilesPage()
     dirLayout->addWidget(TKZBrowser1_, 1, 1);
     dirLayout->setColumnStretch(1, 1);
 
-    QGroupBox* fraOpen = Frame("fraOpen", QStringLiteral("Default file open"), page);
-    chkOpen_[0] = Named(new QRadioButton(QStringLiteral("Mill"), fraOpen), QStringLiteral("chkOpen0"));
-    chkOpen_[1] = Named(new QRadioButton(QStringLiteral("Lathe"), fraOpen), QStringLiteral("chkOpen1"));
+    QGroupBox* fraOpen = Frame("fraOpen", texts::FilesOpenFrame, page);
+    chkOpen_[0] = Named(new QRadioButton(texts::FilesMill, fraOpen), QStringLiteral("chkOpen0"));
+    chkOpen_[1] = Named(new QRadioButton(texts::FilesLathe, fraOpen), QStringLiteral("chkOpen1"));
     auto* openLayout = new QVBoxLayout(fraOpen);
     openLayout->addWidget(chkOpen_[0]);
     openLayout->addWidget(chkOpen_[1]);
 
     // Nothing reads this choice yet; the status line shows the file's title, so "No" is
     // what the program does today, and the buttons stay disabled rather than pretend.
-    QGroupBox* fraPath = Frame("fraPath", QStringLiteral("Display Full Path"), page);
+    QGroupBox* fraPath = Frame("fraPath", texts::FilesPathFrame, page);
     optPath_[0] = Named(new QRadioButton(QStringLiteral("Yes"), fraPath), QStringLiteral("optPath0"));
     optPath_[1] = Named(new QRadioButton(QStringLiteral("No"), fraPath), QStringLiteral("optPath1"));
     optPath_[1]->setChecked(true);
@@ -117,21 +118,20 @@ QWidget* frmProperties::BuildAxisPage()
 {
     auto* page = new QWidget;
 
-    QGroupBox* fraLineStyle = Frame("fraLineStyle", QStringLiteral("Axis Line Style"), page);
-    const QString styleNames[] = {QStringLiteral("Solid"), QStringLiteral("Dash")};
+    QGroupBox* fraLineStyle = Frame("fraLineStyle", texts::AxisStyleFrame, page);
     auto* styleLayout = new QGridLayout(fraLineStyle);
     for (int i = 0; i < 2; ++i) {
         auto* sample = Named(new QToolButton(fraLineStyle), Indexed("picLineStyle", i),
-                             styleNames[i] + QStringLiteral(" axis line"));
-        sample->setText(styleNames[i]);
-        sample->setToolTip(QStringLiteral("Click to select this line type."));
+                             texts::AxisStyles[i] + QStringLiteral(" axis line"));
+        sample->setText(texts::AxisStyles[i]);
+        sample->setToolTip(texts::AxisStyleTip);
         sample->setIconSize(LineSampleSize);
         sample->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
         picLineStyle_[static_cast<std::size_t>(i)] = sample;
         DrawLineStyleSample(i);
         styleLayout->addWidget(sample, 0, i);
     }
-    auto* lblCurrentLine = Named(new QLabel(QStringLiteral("Current"), fraLineStyle), QStringLiteral("lblCurrentLine"));
+    auto* lblCurrentLine = Named(new QLabel(texts::AxisCurrentStyle, fraLineStyle), QStringLiteral("lblCurrentLine"));
     picCurrent_ = Named(new QLabel(fraLineStyle), QStringLiteral("picCurrent"), QStringLiteral("Current axis line"));
     // A frame, so that a line on a back colour like the page's still reads as a picture.
     picCurrent_->setFrameShape(QFrame::Box);
@@ -141,7 +141,7 @@ QWidget* frmProperties::BuildAxisPage()
     styleLayout->addWidget(lblCurrentLine, 1, 0, 1, 2, Qt::AlignHCenter);
     styleLayout->addWidget(picCurrent_, 2, 0, 1, 2, Qt::AlignHCenter);
 
-    QGroupBox* fraLineColor = Frame("fraLineColor", QStringLiteral("Axis Line Color"), page);
+    QGroupBox* fraLineColor = Frame("fraLineColor", texts::AxisColorFrame, page);
     piccolor_ = Named(new TKZColorSelector(fraLineColor), QStringLiteral("piccolor"), QStringLiteral("Axis line color"));
     auto* colorLayout = new QVBoxLayout(fraLineColor);
     colorLayout->addWidget(piccolor_);
@@ -157,7 +157,7 @@ QWidget* frmProperties::BuildAxisPage()
 QWidget* frmProperties::BuildSlowMotionPage()
 {
     auto* page = new QWidget;
-    QGroupBox* fraSloMo = Frame("fraSloMo", QStringLiteral("Slow Motion Timer"), page);
+    QGroupBox* fraSloMo = Frame("fraSloMo", texts::SlowMotionFrame, page);
     cmbSloMo_ = Named(new QComboBox(fraSloMo), QStringLiteral("cmbSloMo"),
                       QStringLiteral("Delay between elements in seconds"));
     cmbSloMo_->addItems(SlowTimeItems());
@@ -207,7 +207,7 @@ QWidget* frmProperties::BuildToolsPage()
     rows->setVerticalSpacing(3);
     const int digits = QFontMetrics(font()).horizontalAdvance(QStringLiteral("000000"));
     for (int i = 0; i < ToolRows; ++i) {
-        const QString tool = QStringLiteral("Tool ") + QString::number(i + 1);
+        const QString tool = texts::ToolRowBefore + QString::number(i + 1);
         auto* label = Named(new QLabel(tool, page), Indexed("lblTool", i));
         auto* number = Named(new QLineEdit(page), Indexed("txtToolChangeNumber", i), tool + QStringLiteral(" number"));
         number->setFixedWidth(digits + 12);
@@ -220,20 +220,20 @@ QWidget* frmProperties::BuildToolsPage()
         rows->addWidget(color, i, 2);
     }
 
-    auto* lblDefaultColor = Named(new QLabel(QStringLiteral("Default Line Color"), page),
+    auto* lblDefaultColor = Named(new QLabel(texts::ToolsDefaultColor, page),
                                   QStringLiteral("lblDefaultColor"));
     clrDefaultColor_ = Named(new TKZColorSelector(page), QStringLiteral("clrDefaultColor"),
                              QStringLiteral("Default line color"));
     lblDefaultColor->setBuddy(clrDefaultColor_);
 
-    QGroupBox* fraToolChanges = Frame("fraToolChanges", QStringLiteral("Current tool numbers"), page);
+    QGroupBox* fraToolChanges = Frame("fraToolChanges", texts::ToolsCurrentFrame, page);
     lstToolChanges_ = Named(new QListWidget(fraToolChanges), QStringLiteral("lstToolChanges"),
                             QStringLiteral("Current tool numbers"));
     lstToolChanges_->setMinimumWidth(digits + 24);
     auto* listLayout = new QVBoxLayout(fraToolChanges);
     listLayout->addWidget(lstToolChanges_);
 
-    cmdClear_ = Named(new QPushButton(QStringLiteral("&Clear All"), page), QStringLiteral("cmdClear"));
+    cmdClear_ = Named(new QPushButton(texts::ToolsClearAll, page), QStringLiteral("cmdClear"));
     cmdClear_->setAutoDefault(false);
 
     auto* side = new QVBoxLayout;

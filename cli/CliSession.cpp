@@ -2,6 +2,7 @@
 
 #include "ProgramInput.h"
 #include "RunTimeError.h"
+#include "TranslationTexts.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -92,7 +93,7 @@ void CliSession::OpenView(Plotter& plotter, DrawSurface& canvas)
     try {
         plotter.ExtentsWithMargin(canvas);
     } catch (const RunTimeError& e) {
-        dialogs_.Message(std::string("The view could not be fitted: ") + e.what(), "Corvane Backplot",
+        dialogs_.Message(std::string("The view could not be fitted: ") + e.what(), texts::MessageTitle,
                          MsgIcon::Critical, MsgButtons::Ok);
     }
 }

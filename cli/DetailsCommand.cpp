@@ -1,8 +1,11 @@
 #include "CliSession.h"
 #include "JsonText.h"
 #include "DetailsReport.h"
+#include "NumberText.h"
+#include "PlaybackTexts.h"
 #include "RecordFile.h"
 #include "RunTimeError.h"
+#include "TranslationTexts.h"
 
 #include <algorithm>
 #include <ostream>
@@ -32,7 +35,7 @@ void PrintJson(std::ostream& out, int number, const EntityRecord& record, const 
             --start;
         std::string_view label = TrimRight(text.substr(0, start));
         label.remove_prefix(std::min(label.find_first_not_of(' '), label.size()));
-        if (start == text.size() || label.empty() || label.starts_with("CNC code"))
+        if (start == text.size() || label.empty() || label.starts_with(TrimmedBlanks(texts::ReportCncCode)))
             continue;
         if (!values.empty())
             values += ',';
@@ -70,7 +73,7 @@ int RunDetails(CliSession& session)
         }
         reader.Read(wanted, record);
     } catch (const RunTimeError& e) {
-        session.Dialogs().Message(std::string("Cannot read the record file: ") + e.what(), "Corvane Backplot",
+        session.Dialogs().Message(std::string("Cannot read the record file: ") + e.what(), texts::MessageTitle,
                                   MsgIcon::Critical, MsgButtons::Ok);
         return 1;
     }

@@ -2,6 +2,7 @@
 #include "NumberFormat.h"
 #include "RunTimeError.h"
 #include "ScaleSurface.h"
+#include "TranslationTexts.h"
 
 #include <ostream>
 
@@ -19,7 +20,7 @@ int RunExtents(CliSession& session)
     try {
         plotter.ComputeExtents(canvas);
     } catch (const RunTimeError& e) {
-        session.Dialogs().Message(std::string("The extents pass failed: ") + e.what(), "Corvane Backplot",
+        session.Dialogs().Message(std::string("The extents pass failed: ") + e.what(), texts::MessageTitle,
                                   MsgIcon::Critical, MsgButtons::Ok);
     }
     const ViewTransform& v = plotter.View;

@@ -1,5 +1,7 @@
 #include "ProgramInput.h"
 
+#include "TranslationTexts.h"
+
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -14,7 +16,7 @@ namespace {
 
 void Refuse(UserDialogs& dialogs, const std::string& text)
 {
-    dialogs.Message(text, "Corvane Backplot", MsgIcon::Critical, MsgButtons::Ok);
+    dialogs.Message(text, texts::MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
 }
 
 std::string Reason(int error)
@@ -80,7 +82,7 @@ bool ProgramInput::Open(const std::string& name, UserDialogs& dialogs)
                 return false;
             }
             if (info.st_size == 0) {
-                Refuse(dialogs, name + " is an empty file");
+                Refuse(dialogs, name + texts::EmptyFile);
                 return false;
             }
             path_ = name;
@@ -105,7 +107,7 @@ bool ProgramInput::Open(const std::string& name, UserDialogs& dialogs)
         return false;
     }
     if (!any) {
-        Refuse(dialogs, shown + " is an empty file");
+        Refuse(dialogs, shown + texts::EmptyFile);
         return false;
     }
     path_ = "/proc/self/fd/" + std::to_string(memoryFd_);

@@ -3,6 +3,7 @@
 #include "NumberFormat.h"
 #include "RecordFile.h"
 #include "RunTimeError.h"
+#include "TranslationTexts.h"
 
 #include <ostream>
 
@@ -58,7 +59,7 @@ int RunRecords(CliSession& session)
                 PrintLine(out, n, record);
         }
     } catch (const RunTimeError& e) {
-        session.Dialogs().Message(std::string("Cannot read the record file: ") + e.what(), "Corvane Backplot",
+        session.Dialogs().Message(std::string("Cannot read the record file: ") + e.what(), texts::MessageTitle,
                                   MsgIcon::Critical, MsgButtons::Ok);
     }
     return session.ExitCode();

@@ -1,8 +1,10 @@
 #include "DxfExport.h"
 
 #include "OutputFile.h"
+#include "OutputTexts.h"
 #include "RecordFile.h"
 #include "RunTimeError.h"
+#include "TranslationTexts.h"
 
 namespace backplot {
 
@@ -39,7 +41,7 @@ void DxfExport::GetDXFCoords()
         reader.Close();
         s.CollectDxf = false;
     } catch (const std::exception&) {
-        dialogs_.Message("Error saving DXF file.", "Corvane Backplot", MsgIcon::Critical, MsgButtons::Ok);
+        dialogs_.Message(texts::ErrorSavingDxf, texts::MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
     }
 }
 
@@ -59,8 +61,8 @@ void DxfExport::SaveAsDXF(ExportFileName& exportFileName, const std::string& wor
         // The dialog, the kept name and the extension rule; the second filter entry
         // still writes DXF text.
         const std::optional<std::string> path =
-            exportFileName.Choose(dialogs_, "Save As DXF File", workDir,
-                                  {{"DXF files (*.dxf)", "*.dxf"}, {"Windows bmps (*.bmp)", "*.bmp"}}, ".dxf");
+            exportFileName.Choose(dialogs_, texts::DxfSaveTitle, workDir,
+                                  {{texts::DxfFilterDxf, "*.dxf"}, {texts::DxfFilterBmp, "*.bmp"}}, ".dxf");
         if (!path)
             return;
 

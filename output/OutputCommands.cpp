@@ -3,10 +3,12 @@
 #include "CanvasWidget.h"
 #include "DxfExport.h"
 #include "OutputFile.h"
+#include "OutputTexts.h"
 #include "PageSurface.h"
 #include "Plotter.h"
 #include "RecordFile.h"
 #include "RunTimeError.h"
+#include "TranslationTexts.h"
 #include "Translator.h"
 #include "frmPreview.h"
 
@@ -26,7 +28,6 @@ namespace backplot {
 
 namespace {
 
-constexpr const char* MessageTitle = "Corvane Backplot";
 constexpr const char* PdfFileName = "TKZPrint.pdf";
 constexpr double PenMillimetres = 0.2;
 
@@ -185,7 +186,7 @@ void OutputCommands::SaveAsBMP(UserDialogs& dialogs, const Settings& settings, c
 {
     try {
         const std::optional<std::string> name =
-            exportFileName_.Choose(dialogs, "Save As Windows bitmap", settings.WorkDir, {{"Windows bmp (*.bmp)", "*.bmp"}}, ".bmp");
+            exportFileName_.Choose(dialogs, texts::BitmapSaveTitle, settings.WorkDir, {{texts::BitmapFilter, "*.bmp"}}, ".bmp");
         if (!name)
             return;
         // What the canvas shows, at screen resolution.
@@ -267,7 +268,7 @@ bool OutputCommands::Print(Plotter& plotter, Translator& translator, const Setti
         return true;
     } catch (const std::exception&) {
         pointer.Release();
-        dialogs.Message("An error occured while printing", MessageTitle, MsgIcon::None, MsgButtons::Ok);
+        dialogs.Message(texts::ErrorPrinting, texts::MessageTitle, MsgIcon::None, MsgButtons::Ok);
         return false;
     }
 }
@@ -317,7 +318,7 @@ void OutputCommands::PrintPreview(Plotter& plotter, Translator& translator, cons
             redrawMain();
     } catch (const std::exception&) {
         pointer.reset();
-        dialogs.Message("Print Preview Error!", MessageTitle, MsgIcon::None, MsgButtons::Ok);
+        dialogs.Message(texts::ErrorPreviewing, texts::MessageTitle, MsgIcon::None, MsgButtons::Ok);
     }
 }
 

@@ -1,6 +1,7 @@
 #include "frmPreview.h"
 
 #include "CanvasWidget.h"
+#include "OutputTexts.h"
 
 #include <QAction>
 #include <QEvent>
@@ -83,7 +84,7 @@ QToolButton* StripButton(QWidget* parent, const char* name, const QString& tip, 
 frmPreview::frmPreview(QWidget* parent) : QMainWindow(parent)
 {
     setObjectName(QStringLiteral("frmPreview"));
-    setWindowTitle(QStringLiteral("Print Preview"));
+    setWindowTitle(texts::PreviewCaption);
     setAttribute(Qt::WA_DeleteOnClose);
 
     // The client area places its children itself, on every resize.
@@ -96,8 +97,8 @@ frmPreview::frmPreview(QWidget* parent) : QMainWindow(parent)
     picTBar_->setObjectName(QStringLiteral("picTBar"));
     picTBar_->setAccessibleName(QStringLiteral("Preview toolbar"));
     picTBar_->setFrameShape(QFrame::StyledPanel);
-    cmdExit_ = StripButton(picTBar_, "cmdExit", QStringLiteral("Exit print preview"), Picture(DrawExit));
-    cmdPrint_ = StripButton(picTBar_, "cmdPrint", QStringLiteral("Send to printer"), Picture(DrawPrinter));
+    cmdExit_ = StripButton(picTBar_, "cmdExit", texts::PreviewExitTip, Picture(DrawExit));
+    cmdPrint_ = StripButton(picTBar_, "cmdPrint", texts::PreviewPrintTip, Picture(DrawPrinter));
     cmdExit_->setGeometry(3, 3, 24, 24);
     cmdPrint_->setGeometry(30, 3, 24, 24);
 
@@ -105,13 +106,13 @@ frmPreview::frmPreview(QWidget* parent) : QMainWindow(parent)
     picView_->setObjectName(QStringLiteral("picView"));
     picView_->setAccessibleName(QStringLiteral("Print preview picture"));
 
-    mnuFilemain_ = menuBar()->addMenu(QStringLiteral("&File"));
+    mnuFilemain_ = menuBar()->addMenu(texts::PreviewFileMenu);
     mnuFilemain_->setObjectName(QStringLiteral("mnuFilemain"));
-    mnuPrint_ = mnuFilemain_->addAction(QStringLiteral("&Print"));
+    mnuPrint_ = mnuFilemain_->addAction(texts::PreviewPrintItem);
     mnuPrint_->setObjectName(QStringLiteral("mnuPrint"));
     mnuFBar1_ = mnuFilemain_->addSeparator();
     mnuFBar1_->setObjectName(QStringLiteral("mnuFBar1"));
-    mnuExit_ = mnuFilemain_->addAction(QStringLiteral("E&xit"));
+    mnuExit_ = mnuFilemain_->addAction(texts::PreviewExitItem);
     mnuExit_->setObjectName(QStringLiteral("mnuExit"));
 
     connect(cmdExit_, &QToolButton::clicked, this, &QWidget::close);

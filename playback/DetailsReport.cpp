@@ -2,6 +2,7 @@
 
 #include "ArcGeometry.h"
 #include "NumberFormat.h"
+#include "PlaybackTexts.h"
 
 #include <cstdlib>
 #include <optional>
@@ -53,76 +54,76 @@ std::string Fixed(double value) { return FormatFixed6(value); }
 void Rapid(ReportWriter& out, const EntityRecord& r, bool mill)
 {
     const double startX = r.StartX, startY = r.StartY, endX = r.EndX, endY = r.EndY, endZ = r.EndZ;
-    out.Line("      <Rapid position>");
+    out.Line(texts::ReportRapidHead);
     out.Rule();
-    out.Zone(" Last T#", ToolNumberText(r.ToolNum));
+    out.Zone(texts::ReportLastTool, ToolNumberText(r.ToolNum));
     out.Rule();
     if (mill) {
-        out.Zone(" X position", Fixed(endX));
-        out.Zone(" Y position", Fixed(-endY));
-        out.Zone(" Z position", Fixed(endZ));
+        out.Zone(texts::ReportRapidPoint.X, Fixed(endX));
+        out.Zone(texts::ReportRapidPoint.Y, Fixed(-endY));
+        out.Zone(texts::ReportRapidPoint.Z, Fixed(endZ));
         out.Rule();
-        out.Direct(" Angle from zero", Fixed(AngleOf(endX, -endY)));
-        out.Direct(" 2-D Dist from zero", Fixed(Distance(0, 0, endX, -endY)));
+        out.Direct(texts::ReportAngleFromZero, Fixed(AngleOf(endX, -endY)));
+        out.Direct(texts::ReportDistFromZero, Fixed(Distance(0, 0, endX, -endY)));
     } else {
-        out.Zone(" Z position", Fixed(endX));
-        out.Zone(" D position", Fixed(endY + endY)); // not negated, unlike every other D
+        out.Zone(texts::ReportRapidPoint.Z, Fixed(endX));
+        out.Zone(texts::ReportRapidPoint.D, Fixed(endY + endY)); // not negated, unlike every other D
         out.Rule();
     }
-    out.Direct(" 2-D Dist from last point", Fixed(Distance(startX, -startY, endX, -endY)));
+    out.Direct(texts::ReportDistFromLast, Fixed(Distance(startX, -startY, endX, -endY)));
 }
 
-// One named point, " X start position" and so on: milling shows X, Y with its true sign
-// and, unless `z` is empty, Z; lathe shows Z (the stored X) and the diameter D.
-void Point(ReportWriter& out, bool mill, std::string_view which, double x, double y, std::optional<double> z)
+// One named point: milling shows X, Y with its true sign and, unless `z` is empty, Z;
+// lathe shows Z (the stored X) and the diameter D.
+void Point(ReportWriter& out, bool mill, const texts::PointLabels& label, double x, double y,
+           std::optional<double> z)
 {
-    const std::string position = std::string(which) + " position";
     if (mill) {
-        out.Direct(" X " + position, Fixed(x));
-        out.Direct(" Y " + position, Fixed(-y));
+        out.Direct(label.X, Fixed(x));
+        out.Direct(label.Y, Fixed(-y));
         if (z)
-            out.Direct(" Z " + position, Fixed(*z));
+            out.Direct(label.Z, Fixed(*z));
     } else {
-        out.Direct(" Z " + position, Fixed(x));
-        out.Direct(" D " + position, Fixed((-y) + (-y)));
+        out.Direct(label.Z, Fixed(x));
+        out.Direct(label.D, Fixed((-y) + (-y)));
     }
 }
 
 void Line(ReportWriter& out, const EntityRecord& r, bool mill)
 {
-    out.SecondZone("    <Line>");
+    out.SecondZone(texts::ReportLineHead);
     out.Rule();
-    out.Zone(" Last T#", ToolNumberText(r.ToolNum));
+    out.Zone(texts::ReportLastTool, ToolNumberText(r.ToolNum));
     out.Rule();
-    Point(out, mill, "start", r.StartX, r.StartY, r.StartZ);
+    Point(out, mill, texts::ReportStart, r.StartX, r.StartY, r.StartZ);
     out.Rule();
-    Point(out, mill, "end", r.EndX, r.EndY, r.EndZ);
+    Point(out, mill, texts::ReportEnd, r.EndX, r.EndY, r.EndZ);
     out.Rule();
-    out.Zone(" Angle", FormatFixed1(AngleOf(double(r.EndX) - r.StartX, -double(r.EndY) + r.StartY)));
+    out.Zone(texts::ReportAngle, FormatFixed1(AngleOf(double(r.EndX) - r.StartX, -double(r.EndY) + r.StartY)));
 }
 
 void Arc(ReportWriter& out, const EntityRecord& r, bool mill)
 {
-    out.SecondZone("<Arc>");
+    out.SecondZone(texts::ReportArcHead);
     out.Rule();
-    out.Zone(" Last T#", ToolNumberText(r.ToolNum));
-    Point(out, mill, "start", r.StartX, r.StartY, r.StartZ);
+    out.Zone(texts::ReportLastTool, ToolNumberText(r.ToolNum));
+    Point(out, mill, texts::ReportStart, r.StartX, r.StartY, r.StartZ);
     out.Rule();
     // Milling lists the centre before the end, lathe after it.
     if (mill)
-        Point(out, mill, "center", r.CenterX, r.CenterY, std::nullopt);
+        Point(out, mill, texts::ReportCenter, r.CenterX, r.CenterY, std::nullopt);
     else
-        Point(out, mill, "end", r.EndX, r.EndY, r.EndZ);
+        Point(out, mill, texts::ReportEnd, r.EndX, r.EndY, r.EndZ);
     out.Rule();
     if (mill)
-        Point(out, mill, "end", r.EndX, r.EndY, r.EndZ);
+        Point(out, mill, texts::ReportEnd, r.EndX, r.EndY, r.EndZ);
     else
-        Point(out, mill, "center", r.CenterX, r.CenterY, std::nullopt);
+        Point(out, mill, texts::ReportCenter, r.CenterX, r.CenterY, std::nullopt);
     out.Rule();
-    out.Zone(" Start angle", Fixed(r.StartAngle));
-    out.Zone(" End angle", Fixed(r.EndAngle));
+    out.Zone(texts::ReportStartAngle, Fixed(r.StartAngle));
+    out.Zone(texts::ReportEndAngle, Fixed(r.EndAngle));
     out.Rule();
-    out.Zone(" Radius", Fixed(r.Radius));
+    out.Zone(texts::ReportRadius, Fixed(r.Radius));
 }
 
 } // namespace
@@ -131,7 +132,7 @@ std::vector<std::string> DetailsReport(const EntityRecord& record, bool mill)
 {
     ReportWriter out;
     out.Line();
-    out.Line(" CNC code " + std::string(record.BlockTextView()));
+    out.Line(texts::ReportCncCode + std::string(record.BlockTextView()));
     out.Line();
     switch (record.MoveType) {
     case 0:

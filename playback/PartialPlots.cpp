@@ -1,16 +1,16 @@
 #include "PartialPlots.h"
 
+#include "PlaybackTexts.h"
 #include "RecordFile.h"
 #include "ResumeNext.h"
 #include "RunTimeError.h"
 #include "ToolChangePalette.h"
+#include "TranslationTexts.h"
 #include "frmTool1.h"
 
 namespace backplot {
 
 namespace {
-
-constexpr const char* MessageTitle = "Corvane Backplot";
 
 // "Error opening file!" or "Error reading file!" and, on a line of its own, the path.
 std::string FileMessage(const char* what, const std::string& path)
@@ -44,9 +44,9 @@ PartialPlots::PartialPlots(Plotter& plotter, Translator& translator, PlaybackSta
 
 std::string PartialPlots::ToolChangeMessage(std::int16_t toolChanges)
 {
-    std::string text = "There is only ";
+    std::string text = texts::ToolChangesBefore;
     text += std::to_string(toolChanges);
-    text += " tool change(s) in the program.";
+    text += texts::ToolChangesAfter;
     return text;
 }
 
@@ -70,14 +70,14 @@ void PartialPlots::ToolToEofCommand(DrawSurface& canvas)
     if (ToolFromDefault.empty())
         ToolFromDefault.assign(1, '1'); // not = "1": GCC 12 warns falsely (-Wrestrict) on that
     const std::string answer =
-        dialogs_.TextPrompt("Enter a Tool number value between 1 and 15", "Plot from", ToolFromDefault);
+        dialogs_.TextPrompt(texts::ToolFromPrompt, texts::ToolFromTitle, ToolFromDefault);
 
     // An answer that is no number stops here, keeping the default as it was.
     if (!answer.empty()) {
         ConversionFault fault = ConversionFault::None;
         const std::optional<std::int32_t> tool = ConvertedInt32(answer, fault);
         if (!tool) {
-            dialogs_.Message(ToolNumberFaultMessage(answer, fault), MessageTitle, MsgIcon::Exclamation,
+            dialogs_.Message(ToolNumberFaultMessage(answer, fault), texts::MessageTitle, MsgIcon::Exclamation,
                              MsgButtons::Ok);
             return;
         }
@@ -123,7 +123,7 @@ void PartialPlots::PlotFrom(DrawSurface& canvas, std::int32_t toolNum)
 
     // The count is the last tool-to-tool pass's.
     if (toolNum > plotter_.ToolChangesSeen)
-        dialogs_.Message(ToolChangeMessage(plotter_.ToolChangesSeen), MessageTitle, MsgIcon::Information,
+        dialogs_.Message(ToolChangeMessage(plotter_.ToolChangesSeen), texts::MessageTitle, MsgIcon::Information,
                          MsgButtons::Ok);
 
     if (plotter_.PlotLast >= plotter_.RecordTotal) {
@@ -170,7 +170,7 @@ void PartialPlots::PlotToolToTool(DrawSurface& canvas, std::int16_t firstTool, s
         return;
 
     if (secondTool > plotter_.ToolChangesSeen)
-        dialogs_.Message(ToolChangeMessage(plotter_.ToolChangesSeen), MessageTitle, MsgIcon::None, MsgButtons::Ok);
+        dialogs_.Message(ToolChangeMessage(plotter_.ToolChangesSeen), texts::MessageTitle, MsgIcon::None, MsgButtons::Ok);
 
     if (plotter_.PlotLast >= plotter_.RecordTotal) {
         plotter_.CurTool = 0;
@@ -187,14 +187,14 @@ bool PartialPlots::ReadRecords(const std::function<bool(const EntityRecord&)>& e
     try {
         reader.Open(path);
     } catch (const RunTimeError&) {
-        dialogs_.Message(FileMessage("Error opening file!", path), MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
+        dialogs_.Message(FileMessage(texts::ErrorOpeningFile, path), texts::MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
         return false;
     }
     for (std::int32_t n = 1; n <= plotter_.PlotLast; ++n) {
         try {
             reader.Read(n, record);
         } catch (const RunTimeError&) {
-            dialogs_.Message(FileMessage("Error reading file!", path), MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
+            dialogs_.Message(FileMessage("Error reading file!", path), texts::MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
             return false;
         }
         if (!each(record))

@@ -1,6 +1,7 @@
 #include "SlowMotion.h"
 
 #include "Delay.h"
+#include "PlaybackTexts.h"
 #include "RunTimeError.h"
 
 namespace backplot {
@@ -22,7 +23,7 @@ void SlowMotion::Toggle()
     // Set in both directions of the toggle, on purpose.
     host_.ToolbarForSlowMotion();
     if (playback_.SlowMode) {
-        host_.SetCodeText("  Press Esc key to end slow motion.");
+        host_.SetCodeText(texts::EndSlowMotion);
     } else {
         host_.SetCodeText(host_.FileName() + "  ");
         playback_.SlowPaused = false;
@@ -36,8 +37,7 @@ void SlowMotion::PauseOrResume()
     if (!playback_.SlowMode)
         return;
     playback_.SlowPaused = !playback_.SlowPaused;
-    host_.SetCodeText(playback_.SlowPaused ? "  Paused - Press the P key to continue"
-                                           : "  Press Esc key to end slow motion.");
+    host_.SetCodeText(playback_.SlowPaused ? texts::SlowMotionPaused : texts::EndSlowMotion);
     // A paused pass returns at once; a resumed one goes on from SlowResume without
     // clearing what was drawn.
     plotter_.GetRecords(canvas_);

@@ -1,8 +1,10 @@
 #include "Stepper.h"
 
 #include "DetailsReport.h"
+#include "PlaybackTexts.h"
 #include "RecordFile.h"
 #include "RunTimeError.h"
+#include "TranslationTexts.h"
 
 namespace backplot {
 
@@ -80,7 +82,7 @@ void Stepper::ElementStep(DrawSurface& surface)
         host_.WriteStepListing(std::string(block));
     } catch (const RunTimeError&) {
         plotter_.PlotLast = before;
-        dialogs_.Message("Error opening file!", "Corvane Backplot", MsgIcon::None, MsgButtons::Ok);
+        dialogs_.Message(texts::ErrorOpeningFile, texts::MessageTitle, MsgIcon::None, MsgButtons::Ok);
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "DetailsReport.h"
 #include "FixedPitchFont.h"
+#include "PlaybackTexts.h"
 
 #include <QFontMetricsF>
 #include <QHBoxLayout>
@@ -24,7 +25,7 @@ constexpr int ReportLines = 24;
 frmDetails::frmDetails(QWidget* mainWindow) : QDialog(mainWindow)
 {
     setObjectName(QStringLiteral("frmDetails"));
-    setWindowTitle(QStringLiteral("Details"));
+    setWindowTitle(texts::DetailsCaption);
     setModal(false);
 
     txtReport_ = new QPlainTextEdit(this);
@@ -42,7 +43,7 @@ frmDetails::frmDetails(QWidget* mainWindow) : QDialog(mainWindow)
         static_cast<int>(std::ceil(metrics.horizontalAdvance(QString(ReportColumns, QLatin1Char('0'))) + frame)),
         static_cast<int>(std::ceil(metrics.lineSpacing() * ReportLines + frame)));
 
-    Command1_ = new QPushButton(QStringLiteral("&OK"), this);
+    Command1_ = new QPushButton(texts::DetailsOk, this);
     Command1_->setObjectName(QStringLiteral("Command1"));
     Command1_->setAccessibleName(QStringLiteral("OK"));
     Command1_->setDefault(true);

@@ -1,6 +1,8 @@
 #include "frmTool1.h"
 
 #include "PartialPlots.h"
+#include "PlaybackTexts.h"
+#include "TranslationTexts.h"
 
 #include <QEvent>
 #include <QGridLayout>
@@ -20,7 +22,7 @@ frmTool1::frmTool1(QWidget* parent, std::int16_t& firstTool, std::int16_t& secon
     : QDialog(parent), firstTool_(firstTool), secondTool_(secondTool), cancelled_(cancelled), dialogs_(dialogs)
 {
     setObjectName(QStringLiteral("frmTool1"));
-    setWindowTitle(QStringLiteral("Plot Tool to Tool"));
+    setWindowTitle(texts::ToolToToolCaption);
     setModal(true);
 
     txtTool1_ = new QLineEdit(QString::number(firstTool), this);
@@ -29,10 +31,10 @@ frmTool1::frmTool1(QWidget* parent, std::int16_t& firstTool, std::int16_t& secon
     txtTool2_ = new QLineEdit(QString::number(secondTool), this);
     txtTool2_->setObjectName(QStringLiteral("txtTool2"));
     txtTool2_->setAccessibleName(QStringLiteral("Tool number two"));
-    lblTool1_ = new QLabel(QStringLiteral("Enter tool number one:"), this);
+    lblTool1_ = new QLabel(texts::ToolToToolFirst, this);
     lblTool1_->setObjectName(QStringLiteral("lblTool1"));
     lblTool1_->setBuddy(txtTool1_);
-    lblTool2_ = new QLabel(QStringLiteral("Enter tool number two:"), this);
+    lblTool2_ = new QLabel(texts::ToolToToolSecond, this);
     lblTool2_->setObjectName(QStringLiteral("lblTool2"));
     lblTool2_->setBuddy(txtTool2_);
     for (QLineEdit* box : {txtTool1_, txtTool2_}) {
@@ -40,11 +42,11 @@ frmTool1::frmTool1(QWidget* parent, std::int16_t& firstTool, std::int16_t& secon
         box->setMaxLength(20);
     }
 
-    cmdOk_ = new QPushButton(QStringLiteral("&OK"), this);
+    cmdOk_ = new QPushButton(texts::ToolToToolOk, this);
     cmdOk_->setObjectName(QStringLiteral("cmdOk"));
     cmdOk_->setAccessibleName(QStringLiteral("OK"));
     cmdOk_->setDefault(true);
-    cmdCancel_ = new QPushButton(QStringLiteral("Cancel"), this);
+    cmdCancel_ = new QPushButton(texts::ToolToToolCancel, this);
     cmdCancel_->setObjectName(QStringLiteral("cmdCancel"));
     cmdCancel_->setAccessibleName(QStringLiteral("Cancel"));
     connect(cmdOk_, &QPushButton::clicked, this, &frmTool1::cmdOk_Click);
@@ -112,7 +114,7 @@ void frmTool1::cmdOk_Click()
         ConversionFault fault = ConversionFault::None;
         values[i] = ConvertedInt16(text, fault);
         if (!values[i]) {
-            dialogs_.Message(PartialPlots::ToolNumberFaultMessage(text, fault), "Corvane Backplot", MsgIcon::Exclamation,
+            dialogs_.Message(PartialPlots::ToolNumberFaultMessage(text, fault), texts::MessageTitle, MsgIcon::Exclamation,
                              MsgButtons::Ok);
             boxes[i]->setFocus(Qt::OtherFocusReason);
             boxes[i]->selectAll();

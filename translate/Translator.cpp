@@ -3,6 +3,7 @@
 #include "ArcGeometry.h"
 #include "NumberText.h"
 #include "RunTimeError.h"
+#include "TranslationTexts.h"
 
 #include <chrono>
 #include <cmath>
@@ -15,9 +16,6 @@ namespace backplot {
 namespace {
 
 constexpr const char* CrLf = "\r\n";
-constexpr const char* MillingFileWarning =
-    "The NC/CNC file you are are processing appears to be\r\n\r\n"
-    "a Milling file. Change the setting using the Options/Properties menu.";
 constexpr const char* LayerName = "BLACK_LAYER";
 
 // Fixed colours of the first seven tool changes: palette index and 0xBBGGRR value.
@@ -211,8 +209,7 @@ bool Translator::NormaliseFile(const std::string& sourcePath, const std::string&
     staleTemp_ = !ok;
     if (!ok) {
         std::remove(tempPath.c_str());
-        dialogs_.Message("Problem with input file.", "Corvane Backplot File error. ", MsgIcon::Critical,
-                         MsgButtons::Ok);
+        dialogs_.Message(texts::ProblemWithInputFile, texts::FileErrorTitle, MsgIcon::Critical, MsgButtons::Ok);
     }
     return ok;
 }
@@ -227,11 +224,8 @@ void Translator::ResetForNewProgram()
 
 bool Translator::ReportLineError()
 {
-    return dialogs_.Message("An error was encountered while generating file at line " +
-                                                   std::to_string(state_.LineCount) + CrLf + CrLf +
-                                                   state_.LineBuffer,
-                                               "Corvane Backplot", MsgIcon::Exclamation,
-                                               MsgButtons::OkCancel) == MsgAnswer::Ok;
+    return dialogs_.Message(texts::ErrorAtLine + std::to_string(state_.LineCount) + CrLf + CrLf + state_.LineBuffer,
+                            texts::MessageTitle, MsgIcon::Exclamation, MsgButtons::OkCancel) == MsgAnswer::Ok;
 }
 
 void Translator::TranslateProgram()
@@ -377,7 +371,7 @@ void Translator::InterpretIndexed()
     if (!s.Mill) {
         if (scanner_.Contains('Y')) {
             dialogs_.SetPointer(MousePointer::Default);
-            dialogs_.Message(MillingFileWarning, "Backplot Error", MsgIcon::Exclamation, MsgButtons::Ok);
+            dialogs_.Message(texts::MillingFileInLathe, texts::MillingFileTitle, MsgIcon::Exclamation, MsgButtons::Ok);
             s.AbortTranslation = true;
             return;
         }

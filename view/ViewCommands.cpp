@@ -3,6 +3,7 @@
 #include "NumberFormat.h"
 #include "ResumeNext.h"
 #include "RunTimeError.h"
+#include "TranslationTexts.h"
 
 #include <cmath>
 
@@ -35,7 +36,7 @@ void ViewCommands::PlotAnew(const ViewTransform& before)
     try {
         plotter_.SetCoords(canvas_);
     } catch (const RunTimeError& e) {
-        dialogs_.Message(e.what(), "Corvane Backplot", MsgIcon::Critical, MsgButtons::Ok);
+        dialogs_.Message(e.what(), texts::MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
         plotter_.View = before;
         ResumeNext([&] { plotter_.SetCoords(canvas_); });
     }
@@ -75,7 +76,7 @@ void ViewCommands::ZoomExtents()
     try {
         plotter_.ExtentsWithMargin(canvas_);
     } catch (const RunTimeError& e) {
-        dialogs_.Message(e.what(), "Corvane Backplot", MsgIcon::Critical, MsgButtons::Ok);
+        dialogs_.Message(e.what(), texts::MessageTitle, MsgIcon::Critical, MsgButtons::Ok);
         plotter_.View = before;
         ResumeNext([&] { plotter_.SetCoords(canvas_); });
     }
@@ -309,8 +310,8 @@ std::pair<std::string, std::string> ViewCommands::Readout(float x, float y, bool
 {
     const float up = y * -1.0f; // machine Y (or lathe X) grows upward
     if (mill)
-        return {" X " + FormatMask6(x), " Y " + FormatMask6(up)};
-    return {" Z " + FormatMask6(x), " X " + FormatMask6(up * 2.0f)};
+        return {texts::ReadoutX + FormatMask6(x), texts::ReadoutY + FormatMask6(up)};
+    return {texts::ReadoutZ + FormatMask6(x), texts::ReadoutX + FormatMask6(up * 2.0f)};
 }
 
 void ViewCommands::DrawRubberLine(DrawSurface& surface, float x1, float y1, float x2, float y2, std::uint32_t color)

@@ -1,5 +1,8 @@
 #include "frmDrawAids.h"
 
+#include "TranslationTexts.h"
+#include "ViewTexts.h"
+
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QGroupBox>
@@ -11,8 +14,7 @@ namespace backplot {
 
 namespace {
 
-enum Mode { CrossHairs = 0, RapidPoints = 1, RapidLines = 2, AxisLines = 3 };
-constexpr const char* ModeCaptions[] = {"Cross Hairs", "Rapid Points", "Rapid Lines", "Axis Lines"};
+enum Mode { CrossHairs = 0, RapidPoints = 1, RapidLines = 2, AxisLines = 3 }; // as texts::DrawAidsModeCaptions
 
 } // namespace
 
@@ -22,13 +24,13 @@ frmDrawAids::frmDrawAids(Settings& settings, bool autoRedrawOn, UserDialogs& dia
       hideCrossHairs_(std::move(hideCrossHairs))
 {
     setObjectName(QStringLiteral("frmDrawAids"));
-    setWindowTitle(QStringLiteral("Drawing Aids"));
+    setWindowTitle(texts::DrawAidsCaption);
 
-    auto* modes = new QGroupBox(QStringLiteral("&Modes"), this);
+    auto* modes = new QGroupBox(texts::DrawAidsModes, this);
     modes->setObjectName(QStringLiteral("fraModes"));
     auto* modeList = new QVBoxLayout(modes);
     for (int i = 0; i < 4; ++i) {
-        auto* box = new QCheckBox(QString::fromLatin1(ModeCaptions[i]), modes);
+        auto* box = new QCheckBox(texts::DrawAidsModeCaptions[i], modes);
         box->setObjectName(QStringLiteral("chkModes%1").arg(i));
         modeList->addWidget(box);
         chkModes_[static_cast<std::size_t>(i)] = box;
@@ -36,10 +38,10 @@ frmDrawAids::frmDrawAids(Settings& settings, bool autoRedrawOn, UserDialogs& dia
     // The grid of the classic dialog was never drawn; its inert frame is left out
     // rather than offering switches that do nothing.
 
-    auto* ok = new QPushButton(QStringLiteral("OK"), this);
+    auto* ok = new QPushButton(texts::DrawAidsOk, this);
     ok->setObjectName(QStringLiteral("cmdOK"));
     ok->setDefault(true);
-    auto* cancel = new QPushButton(QStringLiteral("Cancel"), this);
+    auto* cancel = new QPushButton(texts::DrawAidsCancel, this);
     cancel->setObjectName(QStringLiteral("cmdCancel"));
     auto* buttons = new QDialogButtonBox(this);
     buttons->addButton(ok, QDialogButtonBox::AcceptRole);
@@ -75,8 +77,7 @@ void frmDrawAids::cmdOK_Click()
     // Cross hairs are overlays that only stay right while the canvas keeps its picture.
     if (chkModes_[CrossHairs]->isChecked()) {
         if (!autoRedrawOn_)
-            dialogs_.Message("Please set AutoRedraw to on before using this option.", "Corvane Backplot",
-                             MsgIcon::None, MsgButtons::Ok);
+            dialogs_.Message(texts::SetAutoRedrawOn, texts::MessageTitle, MsgIcon::None, MsgButtons::Ok);
         else
             settings_.CrossHairs = true;
     } else {
