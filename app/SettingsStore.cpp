@@ -9,12 +9,50 @@
 #include <QStringList>
 #include <optional>
 #include <string_view>
+#include <variant>
 
 namespace backplot {
 
 namespace {
 
 constexpr float LongestSlowTime = 1; // the last choice of the properties dialog's list
+
+// Every value of the group "Settings" but the tool colours, in the order they are read
+// and written. Each is read and written as the type of its member; its default is the
+// member's initialiser in Settings.h ("Work Dir": the program's folder).
+using SettingMember = std::variant<std::string Settings::*, bool Settings::*, std::int16_t Settings::*,
+                                   std::int32_t Settings::*, float Settings::*>;
+struct SettingKey {
+    const char* name;
+    SettingMember member;
+};
+constexpr SettingKey SettingKeys[] = {
+    {"Axis Color", &Settings::AxisColor},
+    {"Axis SelectedColor", &Settings::AxisSelectedColor},
+    {"Axis Line", &Settings::AxisLine},
+    {"Show Axis", &Settings::ShowAxis},
+    {"Show Rapid", &Settings::ShowRapid},
+    {"Show Blips", &Settings::ShowBlips},
+    {"Slow Time", &Settings::SlowTime},
+    {"File Ext", &Settings::FileExt},
+    {"Work Dir", &Settings::WorkDir},
+    {"Backcolor", &Settings::Backcolor},
+    {"BackcolorSelected", &Settings::BackcolorSelected},
+    {"Cross Hairs", &Settings::CrossHairs},
+    {"Mill", &Settings::Mill},
+    {"AbsCenter", &Settings::AbsCenter},
+    {"AutoDraw", &Settings::AutoDraw},
+    {"ToolColor", &Settings::ToolColor},
+    {"DefaultColor", &Settings::DefaultColor},
+    {"DefaultSeletedColor", &Settings::DefaultSeletedColor},
+};
+
+// The tool colour table follows: for each entry n, these two names with n after them.
+constexpr const char* ToolColorKey = "ToolColor";
+constexpr const char* ToolColorIndexKey = "ToolColorIndex";
+// Only the first five tool colours come back; all ten are written, and the rest always
+// start from zero.
+constexpr int LoadedToolColors = 5;
 
 bool EqualsNoCase(std::string_view a, std::string_view b)
 {
@@ -28,20 +66,25 @@ bool EqualsNoCase(std::string_view a, std::string_view b)
     return true;
 }
 
-std::string FlagText(bool value) { return value ? "-1" : "0"; }
+// Each value as the text it is stored as: flags as "-1" and "0".
+std::string StoredText(const std::string& value) { return value; }
+std::string StoredText(bool value) { return value ? "-1" : "0"; }
+std::string StoredText(std::int16_t value) { return std::to_string(value); }
+std::string StoredText(std::int32_t value) { return std::to_string(value); }
+std::string StoredText(float value) { return FloatText(value); }
 
 // Reads the values of one group, reporting texts that do not convert.
 class ValueReader {
 public:
     ValueReader(QSettings& store, UserDialogs& dialogs) : store_(store), dialogs_(dialogs) {}
 
-    void Text(const char* name, std::string& field, const std::string& defaultValue)
+    void Read(const char* name, std::string& field, const std::string& defaultValue)
     {
         const auto stored = Stored(name);
         field = stored ? *stored : defaultValue;
     }
 
-    void Flag(const char* name, bool& field, bool defaultValue)
+    void Read(const char* name, bool& field, bool defaultValue)
     {
         field = defaultValue;
         const auto stored = Stored(name);
@@ -58,33 +101,32 @@ public:
             Complain(name, *stored, "which is neither True nor False", defaultValue ? "True" : "False");
     }
 
-    void Int16(const char* name, std::int16_t& field, std::int16_t defaultValue)
+    void Read(const char* name, std::int16_t& field, std::int16_t defaultValue)
     {
-        Number(name, field, defaultValue, [](double v) { return RoundToInt16(v); }, std::to_string(defaultValue));
+        Number(name, field, defaultValue, [](double v) { return RoundToInt16(v); });
     }
 
-    void Int32(const char* name, std::int32_t& field, std::int32_t defaultValue)
+    void Read(const char* name, std::int32_t& field, std::int32_t defaultValue)
     {
-        Number(name, field, defaultValue, [](double v) { return RoundToInt32(v); }, std::to_string(defaultValue));
+        Number(name, field, defaultValue, [](double v) { return RoundToInt32(v); });
     }
 
-    // A float that must lie in (0, most]: a value outside counts as out of range.
-    void PositiveSingle(const char* name, float& field, float defaultValue, float most)
+    // The one float, "Slow Time", must lie in (0, LongestSlowTime]: slow motion waits
+    // without letting events through, so a delay the properties dialog does not offer
+    // could hold the window for good. A value outside counts as out of range.
+    void Read(const char* name, float& field, float defaultValue)
     {
-        Number(
-            name, field, defaultValue,
-            [most](double v) {
-                const float value = ToSingle(v);
-                if (!(value > 0 && value <= most))
-                    throw RunTimeError("Overflow");
-                return value;
-            },
-            FloatText(defaultValue));
+        Number(name, field, defaultValue, [](double v) {
+            const float value = ToSingle(v);
+            if (!(value > 0 && value <= LongestSlowTime))
+                throw RunTimeError("Overflow");
+            return value;
+        });
     }
 
 private:
     template <typename T, typename Narrow>
-    void Number(const char* name, T& field, T defaultValue, Narrow narrow, const std::string& defaultText)
+    void Number(const char* name, T& field, T defaultValue, Narrow narrow)
     {
         field = defaultValue;
         const auto stored = Stored(name);
@@ -92,13 +134,13 @@ private:
             return;
         const auto number = ConvertedValue(*stored);
         if (!number) {
-            Complain(name, *stored, "which is not a number", defaultText);
+            Complain(name, *stored, "which is not a number", StoredText(defaultValue));
             return;
         }
         try {
             field = narrow(*number);
         } catch (const RunTimeError&) {
-            Complain(name, *stored, "which is out of range", defaultText);
+            Complain(name, *stored, "which is out of range", StoredText(defaultValue));
         }
     }
 
@@ -126,9 +168,6 @@ private:
     UserDialogs& dialogs_;
 };
 
-QString Key(const char* name) { return QString::fromLatin1(name); }
-QString Key(const std::string& name) { return QString::fromStdString(name); }
-
 } // namespace
 
 SettingsStore::SettingsStore()
@@ -149,44 +188,26 @@ QString SettingsStore::FileName() const { return store_->fileName(); }
 void SettingsStore::LoadSettings(Settings& settings, ToolColorTable& toolColors, TranslationState& state,
                                  UserDialogs& dialogs, const std::string& programFolder)
 {
-    const Settings defaults;
+    Settings defaults;
+    defaults.WorkDir = programFolder;
     const ToolColorTable defaultColors;
     store_->sync();
     store_->beginGroup(SettingsGroup);
     ValueReader read(*store_, dialogs);
 
-    read.Int32("Axis Color", settings.AxisColor, defaults.AxisColor);
-    read.Int16("Axis SelectedColor", settings.AxisSelectedColor, defaults.AxisSelectedColor);
-    read.Int16("Axis Line", settings.AxisLine, defaults.AxisLine);
-    read.Flag("Show Axis", settings.ShowAxis, defaults.ShowAxis);
-    read.Flag("Show Rapid", settings.ShowRapid, defaults.ShowRapid);
-    read.Flag("Show Blips", settings.ShowBlips, defaults.ShowBlips);
-    // Slow motion waits without letting events through, so a delay the properties
-    // dialog does not offer (its longest is 1 s) could hold the window for good.
-    read.PositiveSingle("Slow Time", settings.SlowTime, defaults.SlowTime, LongestSlowTime);
-    read.Text("File Ext", settings.FileExt, defaults.FileExt);
-    read.Text("Work Dir", settings.WorkDir, programFolder);
-    read.Int32("Backcolor", settings.Backcolor, defaults.Backcolor);
-    read.Int16("BackcolorSelected", settings.BackcolorSelected, defaults.BackcolorSelected);
-    read.Flag("Cross Hairs", settings.CrossHairs, defaults.CrossHairs);
-    read.Flag("Mill", settings.Mill, defaults.Mill);
-    read.Int16("AbsCenter", settings.AbsCenter, defaults.AbsCenter);
-    read.Flag("AutoDraw", settings.AutoDraw, defaults.AutoDraw);
-    read.Flag("ToolColor", settings.ToolColor, defaults.ToolColor);
-    read.Int32("DefaultColor", settings.DefaultColor, defaults.DefaultColor);
-    read.Int16("DefaultSeletedColor", settings.DefaultSeletedColor, defaults.DefaultSeletedColor);
+    for (const SettingKey& key : SettingKeys)
+        std::visit([&](auto member) { read.Read(key.name, settings.*member, defaults.*member); }, key.member);
 
-    // Only the first five tool colours come back; the rest always start from zero.
     for (int n = 0; n < ToolColorTable::Size; ++n) {
         ToolColor& entry = toolColors[n];
-        if (n >= 5) {
+        if (n >= LoadedToolColors) {
             entry = ToolColor{};
             continue;
         }
         const std::string digit = std::to_string(n);
-        read.Int32(("ToolColorIndex" + digit).c_str(), entry.ColorIndex, defaultColors[n].ColorIndex);
+        read.Read((ToolColorIndexKey + digit).c_str(), entry.ColorIndex, defaultColors[n].ColorIndex);
         std::int32_t color = 0;
-        read.Int32(("ToolColor" + digit).c_str(), color, static_cast<std::int32_t>(defaultColors[n].Color));
+        read.Read((ToolColorKey + digit).c_str(), color, static_cast<std::int32_t>(defaultColors[n].Color));
         entry.Color = static_cast<std::uint32_t>(color);
     }
     store_->endGroup();
@@ -198,35 +219,17 @@ void SettingsStore::LoadSettings(Settings& settings, ToolColorTable& toolColors,
 void SettingsStore::SaveSettings(const Settings& settings, const ToolColorTable& toolColors)
 {
     QSettings& store = *store_;
-    const auto text = [&store](const auto& name, const std::string& value) {
-        store.setValue(Key(name), QString::fromStdString(value));
+    const auto write = [&store](const std::string& name, const std::string& text) {
+        store.setValue(QString::fromStdString(name), QString::fromStdString(text));
     };
-    const auto number = [&text](const char* name, std::int32_t value) { text(name, std::to_string(value)); };
-    const auto flag = [&text](const char* name, bool value) { text(name, FlagText(value)); };
 
     store.beginGroup(SettingsGroup);
-    number("Axis Color", settings.AxisColor);
-    number("Axis SelectedColor", settings.AxisSelectedColor);
-    number("Axis Line", settings.AxisLine);
-    flag("Show Axis", settings.ShowAxis);
-    flag("Show Rapid", settings.ShowRapid);
-    flag("Show Blips", settings.ShowBlips);
-    text("Slow Time", FloatText(settings.SlowTime));
-    text("File Ext", settings.FileExt);
-    text("Work Dir", settings.WorkDir);
-    number("Backcolor", settings.Backcolor);
-    number("BackcolorSelected", settings.BackcolorSelected);
-    flag("Cross Hairs", settings.CrossHairs);
-    flag("Mill", settings.Mill);
-    number("AbsCenter", settings.AbsCenter);
-    flag("AutoDraw", settings.AutoDraw);
-    flag("ToolColor", settings.ToolColor);
-    number("DefaultColor", settings.DefaultColor);
-    number("DefaultSeletedColor", settings.DefaultSeletedColor);
+    for (const SettingKey& key : SettingKeys)
+        std::visit([&](auto member) { write(key.name, StoredText(settings.*member)); }, key.member);
     for (int n = 0; n < ToolColorTable::Size; ++n) {
         const std::string digit = std::to_string(n);
-        text("ToolColor" + digit, std::to_string(static_cast<std::int32_t>(toolColors[n].Color)));
-        text("ToolColorIndex" + digit, std::to_string(toolColors[n].ColorIndex));
+        write(ToolColorKey + digit, StoredText(static_cast<std::int32_t>(toolColors[n].Color)));
+        write(ToolColorIndexKey + digit, StoredText(toolColors[n].ColorIndex));
     }
     store.endGroup();
     store.sync();
