@@ -12,6 +12,10 @@ namespace backplot::texts {
 
 inline constexpr const char* StatusReady = "  Ready";
 
+// The main window's title, and what follows the program's name once one is open
+inline constexpr const char* WindowTitle = "Tarvo Backplot";
+inline constexpr const char* WindowTitleAfterFile = " \u2014 Tarvo Backplot";
+
 // A recent-file entry that could not be opened
 inline constexpr const char* RecentFileErrorTitle = "Corvane BackPlot";
 inline constexpr const char* ErrorLoadingFile = "Error loading file.";

@@ -116,17 +116,16 @@ void ExternalOpens::Reload()
     if (!window_.ReloadProgram())
         return;
     ViewTransform& view = window_.plotter().View;
-    // The view as it was, where the new drawing still covers all of it.
+    // The view as it was, where the new drawing still covers all of it; the extents are
+    // the new program's, and the next SetCoords fits the old window to the canvas.
     if (before.ViewX1 >= view.MinX && before.ViewX2 <= view.MaxX && before.ViewY1 >= view.MinY &&
         before.ViewY2 <= view.MaxY) {
-        view.ViewX1 = before.ViewX1;
-        view.ViewY1 = before.ViewY1;
-        view.ViewX2 = before.ViewX2;
-        view.ViewY2 = before.ViewY2;
-        view.PrevViewX1 = before.PrevViewX1;
-        view.PrevViewY1 = before.PrevViewY1;
-        view.PrevViewX2 = before.PrevViewX2;
-        view.PrevViewY2 = before.PrevViewY2;
+        const ViewTransform drawn = view;
+        view = before;
+        view.MinX = drawn.MinX;
+        view.MinY = drawn.MinY;
+        view.MaxX = drawn.MaxX;
+        view.MaxY = drawn.MaxY;
         window_.ReDraw();
     }
     window_.lblComment()->setText(QStringLiteral("  Opened again after a change on disk: ") +

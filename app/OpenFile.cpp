@@ -111,7 +111,7 @@ OpenOutcome frmBackplot::OpenFile(const OpenRequest& request)
         commands_->mnuDetails->setEnabled(false);
         lblCode_->setText(QStringLiteral(" ") + info.fileName());
         // The title names it, and a change on disk opens it again.
-        setWindowTitle(info.fileName() + QStringLiteral(" — Tarvo Backplot"));
+        setWindowTitle(info.fileName() + QString::fromUtf8(texts::WindowTitleAfterFile));
         externalOpens_->Follow(info.absoluteFilePath());
         SetControls(true);
 

@@ -61,7 +61,7 @@ MouseButton ButtonOf(Qt::MouseButton button)
 frmBackplot::frmBackplot(UserDialogs* dialogs, QWidget* parent) : QMainWindow(parent)
 {
     setObjectName(QStringLiteral("frmBackplot"));
-    setWindowTitle(QStringLiteral("Tarvo Backplot"));
+    setWindowTitle(QString::fromUtf8(texts::WindowTitle));
     setWindowIcon(Icons::AppIcon());
 
     if (dialogs)
