@@ -166,6 +166,20 @@ class Desktop:
         app = self.accessible_app()
         return main_window, app, top_window(app, "Tarvo Backplot")
 
+    def open_program(self, window, app, frame, name, in_dialog=None):
+        """File > Open... by its key Ctrl+O, `name` given in the dialog, which `in_dialog` may
+        look at first; waits until the program is drawn (the toolbar's Step is on) or another
+        window (a message box) is up."""
+        self.key(window, "ctrl+o")
+        dialog = self.window("Open File")
+        if in_dialog:
+            in_dialog(dialog)
+        set_field(app, name)
+        self.key(dialog, "Return")
+        self.wait_gone("Open File")
+        wait_for("the program to be drawn", lambda: toolbar_state(frame)["Step"] or
+                 set(self.window_names()) - {"Tarvo Backplot"})
+
     def wait_exit(self, timeout=60):
         """The program's exit status once it has ended by itself."""
         try:
@@ -234,9 +248,6 @@ class Desktop:
     def park_pointer(self):
         width, height = self.xdotool("getdisplaygeometry").split()
         self.move_pointer(int(width) - 1, int(height) - 1)
-
-    def screenshot(self, path):
-        subprocess.run(["import", "-window", "root", path], env=self.env, check=False)
 
     # ---- the accessibility tree, as a screen reader reads it ----
 

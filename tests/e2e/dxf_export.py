@@ -9,7 +9,7 @@ import sys
 import tempfile
 
 from desktop import (Checks, Desktop, check, cli, extents, find_all, find_one, menu_items, open_menu, role_named,
-                     set_field, showing, shown_popup, toolbar_state, top_window, top_windows, wait_for)
+                     set_field, showing, shown_popup, top_window, top_windows, wait_for)
 
 
 def alert(app):
@@ -41,11 +41,7 @@ def main(program):
         d.store_settings(Work_Dir=work)
         main_window, app, frame = d.start_shown(program)
 
-        d.key(main_window, "ctrl+o")
-        set_field(app, sample)
-        d.key(d.window("Open File"), "Return")
-        d.wait_gone("Open File")
-        wait_for("the program to be drawn", lambda: toolbar_state(frame)["Step"])
+        d.open_program(main_window, app, frame, sample)
 
         # 1. File > Save As... > DXF File.
         open_menu(d, main_window, frame, "File", "alt+f")

@@ -9,9 +9,8 @@ import configparser
 import os
 import sys
 
-from desktop import (Checks, Desktop, check, checked, cli, enabled, extents, find_one, heard, open_menu,
-                     press_button, reads, role_named, set_field, showing, status_labels, text_of,
-                     toolbar_state, top_window, wait_for, wait_reading)
+from desktop import (Checks, Desktop, check, checked, cli, enabled, extents, find_one, heard, open_menu, press_button,
+                     reads, role_named, showing, status_labels, text_of, top_window, wait_for, wait_reading)
 
 RECORD = 2  # "N20 G0 X50. Z10.": a lathe rapid, which a milling translation stores quite differently
 NUMBER = r"(-?\d+\.\d{1,6})"  # the readout's mask "##0.0#####"
@@ -69,13 +68,7 @@ def main(program):
         d.wait_gone("Properties")
 
         # 2. File > Open... the lathe sample: no "Backplot Error", the whole program drawn.
-        open_menu(d, main_window, frame, "File", "alt+f")
-        d.press("o")
-        set_field(app, "lathe_shaft.nc")
-        d.key(d.window("Open File"), "Return")
-        d.wait_gone("Open File")
-        wait_for("the program to be drawn or a message",
-                 lambda: toolbar_state(frame)["Step"] or set(d.window_names()) - {"Tarvo Backplot"})
+        d.open_program(main_window, app, frame, "lathe_shaft.nc")
         checks.equal("windows after the open", d.window_names(), ["lathe_shaft.nc \u2014 Tarvo Backplot"])
         comment, code, xpos, ypos = status_labels(frame)
         checks.expect(reads(code, " lathe_shaft.nc"), "code label after the open: %r" % heard(code))

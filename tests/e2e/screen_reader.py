@@ -9,8 +9,8 @@ left them, and their Toggle action sets the aid as a click does."""
 import sys
 
 from desktop import (Checks, Desktop, TestFailure, check, checked, close_menu, enabled, find_all, meaningful,
-                     open_menu, press_button, role_named, set_field, showing, shown_popup, status_labels,
-                     toolbar_buttons, toolbar_state, top_window, wait_for)
+                     open_menu, press_button, role_named, showing, shown_popup, status_labels, toolbar_buttons,
+                     top_window, wait_for)
 
 
 def control_roles():
@@ -81,13 +81,8 @@ def main(program):
         main_window, app, frame = d.start_shown(program)
 
         # 1. The open dialog.
-        d.key(main_window, "ctrl+o")
-        dialog_window = d.window("Open File")
-        audit(checks, top_window(app, "Open File"), "the Open File dialog", file_dialog_controls())
-        set_field(app, "mill_pocket_plate.nc")
-        d.key(dialog_window, "Return")
-        d.wait_gone("Open File")
-        wait_for("the program to be drawn", lambda: toolbar_state(frame)["Step"])
+        d.open_program(main_window, app, frame, "mill_pocket_plate.nc", lambda dialog: audit(
+            checks, top_window(app, "Open File"), "the Open File dialog", file_dialog_controls()))
 
         # 2. The main window with all its panes: the steps show the listing (the second
         #    gives Step Details back), the View menu the source.

@@ -9,8 +9,8 @@ import os
 import sys
 
 from desktop import (Checks, Desktop, check, checked, cli, enabled, enabled_only, find_one, heard, menu_item,
-                     menu_items, open_menu, press_button, reads, role_named, set_field, showing, status_labels,
-                     text_of, toolbar_state, top_window, wait_for)
+                     menu_items, open_menu, press_button, reads, role_named, showing, status_labels, text_of,
+                     toolbar_state, top_window, wait_for)
 
 STEPS = 3
 
@@ -33,12 +33,7 @@ def main(program):
     with Desktop() as d:
         main_window, app, frame = d.start_shown(program)
 
-        d.key(main_window, "ctrl+o")
-        dialog = d.window("Open File")
-        set_field(app, "mill_pocket_plate.nc")
-        d.key(dialog, "Return")
-        d.wait_gone("Open File")
-        wait_for("the program to be drawn", lambda: toolbar_state(frame)["Step"])
+        d.open_program(main_window, app, frame, "mill_pocket_plate.nc")
 
         listing = role_named(frame, pyatspi.ROLE_TEXT, "Stepped blocks", "the step listing")
         code = status_labels(frame)[1]

@@ -41,15 +41,15 @@ std::vector<std::string> CorpusPrograms()
 Exported Export(const std::string& program, const std::filesystem::path& out)
 {
     test::PlotRig rig;
-    rig.Config.Mill = rig.T.State().Mill = !program.starts_with("lathe/");
-    rig.Translate(test::ReadAll(test::CorpusDir() / program));
+    rig.settings.Mill = rig.translator.State().Mill = !program.starts_with("lathe/");
+    rig.Run(test::ReadAll(test::CorpusDir() / program));
     ScaleSurface canvas(800, 600);
-    rig.View.ExtentsWithMargin(canvas);
+    rig.plotter.ExtentsWithMargin(canvas);
     const DxfCanvasScale scale{canvas.ScaleLeft(), canvas.ScaleTop(), canvas.ScaleWidth(), canvas.ScaleHeight()};
 
     std::size_t arcRecords = 0, circleRecords = 0;
     RecordFileReader reader;
-    reader.Open(rig.T.RecordFilePath());
+    reader.Open(rig.translator.RecordFilePath());
     EntityRecord record;
     for (std::int32_t n = 1; n <= reader.RecordTotal(); ++n) {
         reader.Read(n, record);
@@ -58,10 +58,10 @@ Exported Export(const std::string& program, const std::filesystem::path& out)
     }
     reader.Close();
 
-    const std::size_t before = rig.Dialogs.Messages.size();
-    DxfExport(rig.T, rig.Dialogs).GetDXFCoords();
-    EXPECT_EQ(rig.Dialogs.Messages.size(), before) << program << ": the re-run reported an error";
-    const DxfCollection& c = rig.T.Dxf();
+    const std::size_t before = rig.dialogs.Messages.size();
+    DxfExport(rig.translator, rig.dialogs).GetDXFCoords();
+    EXPECT_EQ(rig.dialogs.Messages.size(), before) << program << ": the re-run reported an error";
+    const DxfCollection& c = rig.translator.Dxf();
     // Arcs and circles come from the same blocks as the arc records.
     EXPECT_EQ(c.Circles.size(), circleRecords) << program;
     EXPECT_EQ(c.Arcs.size(), arcRecords) << program;

@@ -126,9 +126,9 @@ protected:
     // Exports to out.dxf in the scratch folder and returns the file's bytes.
     std::string Export(const DxfCanvasScale& canvas = Canvas)
     {
-        const std::string path = (rig.Folder.Path() / "out.dxf").string();
+        const std::string path = (rig.dir.Path() / "out.dxf").string();
         std::string error;
-        EXPECT_TRUE(DxfExport(rig.T, rig.Dialogs).ExportTo(path, canvas, error)) << error;
+        EXPECT_TRUE(DxfExport(rig.translator, rig.dialogs).ExportTo(path, canvas, error)) << error;
         return ReadAll(path);
     }
     test::PlotRig rig;
@@ -142,15 +142,15 @@ TEST_F(DxfExportTest, ExampleProgramComesOutByteForByte)
 
     // A cut from (0, 0) to (10, 5.5), then a clockwise quarter arc of radius 2 about
     // (10, 3.5) from 90 to 0 degrees.
-    rig.Translate("G1 X10. Y5.5\nG2 X12. Y3.5 I0. J-2.\n");
+    rig.Run("G1 X10. Y5.5\nG2 X12. Y3.5 I0. J-2.\n");
     EXPECT_EQ(Export(), CanvasHeader + FixedMiddle + Line("0", "0", "10", "5.5") +
                             CrLf({"0", "ARC", "8", "BLACK_LAYER", "10", "10", "20", "3.5", "30", "0", "40", "2", "50",
                                   "0", "51", "90"}) +
                             FileEnd);
-    EXPECT_TRUE(rig.Dialogs.Messages.empty());
+    EXPECT_TRUE(rig.dialogs.Messages.empty());
     // Consumed: nothing is left for the next export.
-    EXPECT_TRUE(rig.T.Dxf().Lines.empty() && rig.T.Dxf().Arcs.empty());
-    EXPECT_FALSE(rig.T.State().CollectDxf);
+    EXPECT_TRUE(rig.translator.Dxf().Lines.empty() && rig.translator.Dxf().Arcs.empty());
+    EXPECT_FALSE(rig.translator.State().CollectDxf);
 }
 
 TEST_F(DxfExportTest, WhatTheRerunWrites)
@@ -182,8 +182,8 @@ TEST_F(DxfExportTest, WhatTheRerunWrites)
         {"lathe blocks", "G0 X20. Z0.\nG1 Z-15.\n", Line("0", "10", "-15", "10"), true},
     };
     for (const Row& row : rows) {
-        rig.T.State().Mill = !row.lathe;
-        rig.Translate(row.program);
+        rig.translator.State().Mill = !row.lathe;
+        rig.Run(row.program);
         EXPECT_EQ(EntitiesPart(Export()), Entities(row.entities)) << row.behaviour;
     }
 }
@@ -192,33 +192,33 @@ TEST_F(DxfExportTest, EveryExportMeetsTheToolChangesAgainUntilTheTableOverruns)
 {
     // One tool change, in the third of four cuts. The translation counts it once; each
     // export counts it again, and the tenth export finds the table of ten full.
-    rig.Translate("G1 X1. Y0.\nG1 X2.\nG1 X3. T7\nG1 X4.\n");
+    rig.Run("G1 X1. Y0.\nG1 X2.\nG1 X3. T7\nG1 X4.\n");
     for (int exportNumber = 1; exportNumber <= 9; ++exportNumber) {
         EXPECT_NE(Export().find(Line("3", "0", "4", "0")), std::string::npos) << "export " << exportNumber;
-        EXPECT_EQ(rig.T.State().ToolChangeCount, 1 + exportNumber);
+        EXPECT_EQ(rig.translator.State().ToolChangeCount, 1 + exportNumber);
     }
-    EXPECT_TRUE(rig.Dialogs.Messages.empty());
+    EXPECT_TRUE(rig.dialogs.Messages.empty());
 
     // The tenth: the message, and the file holds the two cuts collected before the error.
     EXPECT_EQ(EntitiesPart(Export()), Entities(Line("0", "0", "1", "0") + Line("1", "0", "2", "0")));
-    EXPECT_EQ(rig.Dialogs.Messages,
+    EXPECT_EQ(rig.dialogs.Messages,
               (std::vector<Message>{{"Error saving DXF file.", "Corvane Backplot", MsgIcon::Critical, MsgButtons::Ok}}));
 
     // GetDXFCoords alone leaves collection on after its error; the export ends it, so the
     // next program is translated into records again.
-    DxfExport(rig.T, rig.Dialogs).GetDXFCoords();
-    EXPECT_TRUE(rig.T.State().CollectDxf);
-    EXPECT_EQ(rig.T.Dxf().Lines.size(), 2u);
+    DxfExport(rig.translator, rig.dialogs).GetDXFCoords();
+    EXPECT_TRUE(rig.translator.State().CollectDxf);
+    EXPECT_EQ(rig.translator.Dxf().Lines.size(), 2u);
     Export();
-    EXPECT_FALSE(rig.T.State().CollectDxf);
-    rig.Translate("G1 X1.\n");
-    EXPECT_EQ(std::filesystem::file_size(rig.T.RecordFilePath()), 128u);
+    EXPECT_FALSE(rig.translator.State().CollectDxf);
+    rig.Run("G1 X1.\n");
+    EXPECT_EQ(std::filesystem::file_size(rig.translator.RecordFilePath()), 128u);
 }
 
 TEST_F(DxfExportTest, HeaderFollowsTheCanvasAfterAZoomWhileEntitiesStay)
 {
-    rig.Translate("G0 X0 Y0\nG1 X10.\n");
-    Plotter& plotter = rig.View;
+    rig.Run("G0 X0 Y0\nG1 X10.\n");
+    Plotter& plotter = rig.plotter;
     ScaleSurface canvas(400, 200);
     const auto headerOf = [](const std::string& dxf) { return dxf.substr(0, dxf.find("0\r\nSECTION\r\n2\r\nTABLES")); };
     const auto scale = [&] {
@@ -240,10 +240,10 @@ TEST_F(DxfExportTest, HeaderFollowsTheCanvasAfterAZoomWhileEntitiesStay)
 
 TEST_F(DxfExportTest, TargetsThatCannotBeWrittenFailWithTheirReasonAndLeaveNothing)
 {
-    rig.Translate("G1 X1.\n");
-    const std::filesystem::path folder = rig.Folder.Path();
+    rig.Run("G1 X1.\n");
+    const std::filesystem::path folder = rig.dir.Path();
     std::filesystem::create_directory(folder / "v1.2");
-    rig.Folder.Write("plain.txt", "a file, not a folder");
+    rig.dir.Write("plain.txt", "a file, not a folder");
     const std::pair<std::string, const char*> rows[] = {
         {(folder / "v1.2").string(), "Is a directory"},
         {(folder / "missing" / "part.dxf").string(), "No such file or directory"},
@@ -252,12 +252,12 @@ TEST_F(DxfExportTest, TargetsThatCannotBeWrittenFailWithTheirReasonAndLeaveNothi
     };
     for (const auto& [path, reason] : rows) {
         std::string error;
-        EXPECT_FALSE(DxfExport(rig.T, rig.Dialogs).ExportTo(path, Canvas, error));
+        EXPECT_FALSE(DxfExport(rig.translator, rig.dialogs).ExportTo(path, Canvas, error));
         EXPECT_EQ(error, "cannot write " + path + ": " + reason);
     }
     EXPECT_FALSE(std::filesystem::exists(folder / "missing"));
     EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
-    EXPECT_TRUE(rig.T.Dxf().Lines.empty());
+    EXPECT_TRUE(rig.translator.Dxf().Lines.empty());
 }
 
 TEST(ExportFileName, ExtensionOnlyWhenThereIsNoDotAnywhere)
@@ -271,14 +271,14 @@ TEST(ExportFileName, ExtensionOnlyWhenThereIsNoDotAnywhere)
 
 TEST_F(DxfExportTest, SaveAsDXFNamesTheFileByTheRuleOrEndsSilently)
 {
-    rig.Translate("G1 X1. T1\n");
-    const std::filesystem::path folder = rig.Folder.Path();
+    rig.Run("G1 X1. T1\n");
+    const std::filesystem::path folder = rig.dir.Path();
     if (folder.string().find('.') != std::string::npos)
         GTEST_SKIP() << "the scratch folder's path holds a dot: " << folder;
     ExportFileName name;
     // Cancel: no re-run, nothing written, the name kept.
-    DxfExport(rig.T, rig.Dialogs).SaveAsDXF(name, "", Canvas);
-    EXPECT_EQ(rig.T.State().ToolChangeCount, 1);
+    DxfExport(rig.translator, rig.dialogs).SaveAsDXF(name, "", Canvas);
+    EXPECT_EQ(rig.translator.State().ToolChangeCount, 1);
     EXPECT_EQ(name.Name(), "");
 
     const std::pair<std::filesystem::path, std::filesystem::path> rows[] = {
@@ -286,26 +286,26 @@ TEST_F(DxfExportTest, SaveAsDXFNamesTheFileByTheRuleOrEndsSilently)
         {folder / "drawing.bmp", folder / "drawing.bmp"}, // the bitmap entry still writes DXF
     };
     for (const auto& [chosen, written] : rows) {
-        rig.Dialogs.SaveAnswers.push_back(chosen.string());
-        DxfExport(rig.T, rig.Dialogs).SaveAsDXF(name, "/work/dir", Canvas);
+        rig.dialogs.SaveAnswers.push_back(chosen.string());
+        DxfExport(rig.translator, rig.dialogs).SaveAsDXF(name, "/work/dir", Canvas);
         EXPECT_EQ(name.Name(), written.string());
         EXPECT_EQ(ReadAll(written).substr(0, CanvasHeader.size()), CanvasHeader) << written;
     }
     // Only names of existing files, as the dialog has always been set up.
     using Request = test::ScriptedDialogs::SaveRequest;
-    EXPECT_EQ(rig.Dialogs.SaveRequests.back(),
+    EXPECT_EQ(rig.dialogs.SaveRequests.back(),
               (Request{"Save As DXF File", "/work/dir", {{"DXF files (*.dxf)", "*.dxf"}, {"Windows bmps (*.bmp)", "*.bmp"}}, true}));
 
     // A folder chosen as the file: the re-run happens, the write fails, nothing is said.
     std::filesystem::create_directory(folder / "v1.2");
-    rig.Dialogs.SaveAnswers.push_back((folder / "v1.2").string());
-    DxfExport(rig.T, rig.Dialogs).SaveAsDXF(name, "", Canvas);
+    rig.dialogs.SaveAnswers.push_back((folder / "v1.2").string());
+    DxfExport(rig.translator, rig.dialogs).SaveAsDXF(name, "", Canvas);
     EXPECT_EQ(name.Name(), (folder / "v1.2").string());
-    EXPECT_EQ(rig.T.State().ToolChangeCount, 4);
+    EXPECT_EQ(rig.translator.State().ToolChangeCount, 4);
     EXPECT_TRUE(std::filesystem::is_directory(folder / "v1.2"));
-    EXPECT_TRUE(rig.Dialogs.Messages.empty());
-    EXPECT_TRUE(rig.T.Dxf().Lines.empty());
-    EXPECT_FALSE(rig.T.State().CollectDxf);
+    EXPECT_TRUE(rig.dialogs.Messages.empty());
+    EXPECT_TRUE(rig.translator.Dxf().Lines.empty());
+    EXPECT_FALSE(rig.translator.State().CollectDxf);
 }
 
 } // namespace

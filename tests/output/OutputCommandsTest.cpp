@@ -1,6 +1,7 @@
 #include "CanvasWidget.h"
 #include "OutputCommands.h"
 #include "OutputTestSupport.h"
+#include "Widgets.h"
 #include "frmPreview.h"
 
 #include <QAction>
@@ -19,13 +20,7 @@ namespace {
 
 using test::Rectangle;
 
-template <class T>
-T* Child(QObject& parent, const char* name)
-{
-    auto* child = parent.findChild<T*>(QString::fromLatin1(name));
-    EXPECT_NE(child, nullptr) << name;
-    return child;
-}
+using test::Child;
 
 // Gives the preview window the size at which its canvas is `width` x `height`.
 void SizeCanvas(frmPreview& window, int width, int height)
@@ -80,10 +75,10 @@ TEST(frmPreview, CanvasTakesWhatTheStripLeavesEvenBelowItsHeight)
 
 class PreviewCommand : public ::testing::Test {
 protected:
-    PreviewCommand() { rig.Config.ShowAxis = false; }
+    PreviewCommand() { rig.settings.ShowAxis = false; }
     void Preview()
     {
-        output.PrintPreview(rig.View, rig.T, rig.Config, rig.Dialogs, [this] { ++redraws; }, [this] { ++prints; });
+        output.PrintPreview(rig.plotter, rig.translator, rig.settings, rig.dialogs, [this] { ++redraws; }, [this] { ++prints; });
     }
 
     test::PlotRig rig;
@@ -103,13 +98,13 @@ TEST_F(PreviewCommand, DrawsTheMainViewWithThePrintersRules)
     rig.SetView(-10, -25, 50, 15);
     Preview();
     EXPECT_EQ(redraws, 2);
-    EXPECT_TRUE(rig.Dialogs.Messages.empty());
-    EXPECT_EQ(rig.Dialogs.Pointers.back(), MousePointer::Default);
+    EXPECT_TRUE(rig.dialogs.Messages.empty());
+    EXPECT_EQ(rig.dialogs.Pointers.back(), MousePointer::Default);
 
     // 60 x 40 units on 400 x 200 pixels: fitted by the width, 6.67 pixels a unit, 30 units
     // high about y = -5 (SetCoords wrote that back into the shared view).
-    EXPECT_FLOAT_EQ(rig.View.View.ViewY1, -20);
-    EXPECT_FLOAT_EQ(rig.View.View.ViewY2, 10);
+    EXPECT_FLOAT_EQ(rig.plotter.View.ViewY1, -20);
+    EXPECT_FLOAT_EQ(rig.plotter.View.ViewY2, 10);
     const QImage picture = output.Preview()->picView().Picture();
     ASSERT_EQ(picture.size(), QSize(400, 200));
     // The rectangle's edges: x 0 and 40 at pixels 67 and 333, stored y -10 and 0 at 67 and
@@ -122,9 +117,9 @@ TEST_F(PreviewCommand, DrawsTheMainViewWithThePrintersRules)
 
 TEST_F(PreviewCommand, EmptyRecordFileShowsAnEmptyCanvas)
 {
-    rig.Config.ShowAxis = true;
+    rig.settings.ShowAxis = true;
     rig.Open("(nothing but a comment)\n");
-    ASSERT_EQ(rig.View.RecordTotal, 0);
+    ASSERT_EQ(rig.plotter.RecordTotal, 0);
     Preview();
     const QImage picture = output.Preview()->picView().Picture();
     ASSERT_FALSE(picture.isNull());
@@ -134,7 +129,7 @@ TEST_F(PreviewCommand, EmptyRecordFileShowsAnEmptyCanvas)
             drawn += picture.pixel(x, y) != qRgb(255, 255, 255);
     EXPECT_EQ(drawn, 0);
     EXPECT_EQ(redraws, 1);
-    EXPECT_TRUE(rig.Dialogs.Messages.empty());
+    EXPECT_TRUE(rig.dialogs.Messages.empty());
 }
 
 TEST_F(PreviewCommand, FailureShowsTheMessageAndDoesNotRedraw)
@@ -148,10 +143,10 @@ TEST_F(PreviewCommand, FailureShowsTheMessageAndDoesNotRedraw)
     QApplication::processEvents();
     Preview();
     using Message = test::ScriptedDialogs::ShownMessage;
-    EXPECT_EQ(rig.Dialogs.Messages,
+    EXPECT_EQ(rig.dialogs.Messages,
               (std::vector<Message>{{"Print Preview Error!", "Corvane Backplot", MsgIcon::None, MsgButtons::Ok}}));
     EXPECT_EQ(redraws, 1);
-    EXPECT_EQ(rig.Dialogs.Pointers.back(), MousePointer::Default);
+    EXPECT_EQ(rig.dialogs.Pointers.back(), MousePointer::Default);
 }
 
 TEST_F(PreviewCommand, PrintAsksTheMainWindowAndExitClosesTheWindow)
@@ -193,7 +188,7 @@ protected:
         s.PSet(11.5, 7.5, 0xFF0000);
         settings.WorkDir = "/work/dir";
     }
-    void Export() { output.SaveAsBMP(rig.Dialogs, settings, canvas, [this] { ++redraws; }); }
+    void Export() { output.SaveAsBMP(rig.dialogs, settings, canvas, [this] { ++redraws; }); }
 
     test::TranslatorRig rig;
     Settings settings;
@@ -210,14 +205,14 @@ TEST_F(BitmapExport, SavesTheVisiblePictureThenRedraws)
     canvas.resize(120, 80);
     QApplication::processEvents();
 
-    const std::filesystem::path chosen = rig.Folder.Path() / "shot";
+    const std::filesystem::path chosen = rig.dir.Path() / "shot";
     if (chosen.string().find('.') != std::string::npos)
         GTEST_SKIP() << "the scratch folder's path holds a dot: " << chosen;
-    rig.Dialogs.SaveAnswers.push_back(chosen.string());
+    rig.dialogs.SaveAnswers.push_back(chosen.string());
     Export();
 
     using Request = test::ScriptedDialogs::SaveRequest;
-    EXPECT_EQ(rig.Dialogs.SaveRequests,
+    EXPECT_EQ(rig.dialogs.SaveRequests,
               std::vector<Request>({{"Save As Windows bitmap", "/work/dir", {{"Windows bmp (*.bmp)", "*.bmp"}}, true}}));
     EXPECT_EQ(output.ExportName().Name(), chosen.string() + ".bmp");
     const std::string bytes = test::ReadAll(chosen.string() + ".bmp");
@@ -230,7 +225,7 @@ TEST_F(BitmapExport, SavesTheVisiblePictureThenRedraws)
          {std::tuple{0, 40, red}, {119, 39, white}, {60, 40, red}, {115, 75, qRgb(0, 0, 255)}, {60, 10, white}})
         EXPECT_EQ(saved.pixel(x, y), colour) << x << ", " << y;
     EXPECT_EQ(redraws, 1);
-    EXPECT_TRUE(rig.Dialogs.Messages.empty());
+    EXPECT_TRUE(rig.dialogs.Messages.empty());
 }
 
 TEST_F(BitmapExport, CancelOrAFailedSaveEndsSilentlyWithoutRedraw)
@@ -239,33 +234,33 @@ TEST_F(BitmapExport, CancelOrAFailedSaveEndsSilentlyWithoutRedraw)
     EXPECT_EQ(redraws, 0);
     EXPECT_EQ(output.ExportName().Name(), "");
 
-    const std::filesystem::path folder = rig.Folder.Path() / "v1.2";
+    const std::filesystem::path folder = rig.dir.Path() / "v1.2";
     std::filesystem::create_directory(folder);
-    rig.Dialogs.SaveAnswers.push_back(folder.string()); // a folder cannot be written as a file
+    rig.dialogs.SaveAnswers.push_back(folder.string()); // a folder cannot be written as a file
     Export();
     EXPECT_EQ(redraws, 0);
     EXPECT_EQ(output.ExportName().Name(), folder.string());
     EXPECT_TRUE(std::filesystem::is_directory(folder));
 
     // A disk that fills part-way: the old picture stays, whole, and no half of a new one.
-    const std::string old = rig.Folder.Write("old.bmp", "old picture");
-    rig.Dialogs.SaveAnswers.push_back(old);
+    const std::string old = rig.dir.Write("old.bmp", "old picture");
+    rig.dialogs.SaveAnswers.push_back(old);
     {
         const test::FileSizeLimit full(1000);
         Export();
     }
     EXPECT_EQ(redraws, 0);
     EXPECT_EQ(test::ReadAll(old), "old picture");
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(rig.Folder.Path()), {}), 2) << "v1.2 and old.bmp";
-    EXPECT_TRUE(rig.Dialogs.Messages.empty());
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(rig.dir.Path()), {}), 2) << "v1.2 and old.bmp";
+    EXPECT_TRUE(rig.dialogs.Messages.empty());
 }
 
 TEST_F(BitmapExport, BothExportsShareTheLastChosenName)
 {
-    rig.Translate("G1 X1.\n");
-    const std::string dxf = (rig.Folder.Path() / "drawing.dxf").string();
-    rig.Dialogs.SaveAnswers.push_back(dxf);
-    output.SaveAsDXF(rig.T, rig.Dialogs, settings, canvas.Surface());
+    rig.Run("G1 X1.\n");
+    const std::string dxf = (rig.dir.Path() / "drawing.dxf").string();
+    rig.dialogs.SaveAnswers.push_back(dxf);
+    output.SaveAsDXF(rig.translator, rig.dialogs, settings, canvas.Surface());
     EXPECT_EQ(output.ExportName().Name(), dxf);
     // The DXF header is the canvas's scale.
     const std::string header = test::CrLf({"0", "SECTION", "2", "HEADER", "9", "$EXTMIN", "10", "0", "20", "0", "9",
@@ -273,9 +268,9 @@ TEST_F(BitmapExport, BothExportsShareTheLastChosenName)
     EXPECT_EQ(test::ReadAll(dxf).substr(0, header.size()), header);
     Export(); // cancelled: the DXF's name stays
     EXPECT_EQ(output.ExportName().Name(), dxf);
-    ASSERT_EQ(rig.Dialogs.SaveRequests.size(), 2u);
-    EXPECT_EQ(rig.Dialogs.SaveRequests[0].Title, "Save As DXF File");
-    EXPECT_EQ(rig.Dialogs.SaveRequests[0].InitialDir, "/work/dir");
+    ASSERT_EQ(rig.dialogs.SaveRequests.size(), 2u);
+    EXPECT_EQ(rig.dialogs.SaveRequests[0].Title, "Save As DXF File");
+    EXPECT_EQ(rig.dialogs.SaveRequests[0].InitialDir, "/work/dir");
 }
 
 } // namespace

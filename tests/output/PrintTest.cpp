@@ -65,17 +65,17 @@ class PrintTest : public ::testing::Test {
 protected:
     PrintTest()
     {
-        rig.Config.ShowAxis = false;
+        rig.settings.ShowAxis = false;
         output.PrintToPdf(QString::fromStdString(pdf.string()));
     }
     bool Print()
     {
-        return output.Print(rig.View, rig.T, rig.Config, rig.Dialogs, [this](const QString& text) { status = text; });
+        return output.Print(rig.plotter, rig.translator, rig.settings, rig.dialogs, [this](const QString& text) { status = text; });
     }
 
     test::PlotRig rig;
     OutputCommands output;
-    std::filesystem::path pdf = rig.Folder.Path() / "page.pdf";
+    std::filesystem::path pdf = rig.dir.Path() / "page.pdf";
     QString status;
 };
 
@@ -85,17 +85,17 @@ TEST_F(PrintTest, WideViewFillsThePageWidthCentredVertically)
     // 60 x 40 units around the rectangle; the screen is mid-step at the first record, the
     // page shows the whole program all the same.
     rig.SetView(-10, -25, 50, 15);
-    rig.View.PlotLast = 1;
+    rig.plotter.PlotLast = 1;
     ASSERT_TRUE(Print());
-    EXPECT_TRUE(rig.Dialogs.Messages.empty());
+    EXPECT_TRUE(rig.dialogs.Messages.empty());
     EXPECT_EQ(output.PdfFile(), QString::fromStdString(pdf.string()));
     EXPECT_EQ(status, QStringLiteral("  No printer here: the page was saved as ") + output.PdfFile());
 
     // 60 units across 539 points: 8.983 points a unit. The page spans 60 / (539 / 786) =
     // 87.495 units down, centred on the view's middle y = -5: from -48.748 to 38.748, which
     // the main view takes over.
-    EXPECT_NEAR(rig.View.View.ViewY1, -48.748, 0.001);
-    EXPECT_NEAR(rig.View.View.ViewY2, 38.748, 0.001);
+    EXPECT_NEAR(rig.plotter.View.ViewY1, -48.748, 0.001);
+    EXPECT_NEAR(rig.plotter.View.ViewY2, 38.748, 0.001);
     // Two 15-twip pixels of a page 786 points (15720 twips) high spanning 87.495 units.
     EXPECT_NEAR(output.Mapping().PrinterPixel, 0.16698, 1e-5);
 
@@ -119,7 +119,7 @@ TEST_F(PrintTest, FailuresShowTheMessageAndSendNoPageAndNoProgramSendsABlankOne)
     // Nothing opened: an empty view, no records; the document still ends with its page,
     // blank, and nothing is said.
     EXPECT_TRUE(Print());
-    EXPECT_TRUE(rig.Dialogs.Messages.empty());
+    EXPECT_TRUE(rig.dialogs.Messages.empty());
     const QImage blank = Rasterise(pdf);
     ASSERT_EQ(blank.size(), QSize(827, 1170));
     EXPECT_EQ(blank.convertToFormat(QImage::Format_RGB32), [&] {
@@ -127,7 +127,7 @@ TEST_F(PrintTest, FailuresShowTheMessageAndSendNoPageAndNoProgramSendsABlankOne)
         white.fill(Qt::white);
         return white;
     }());
-    EXPECT_EQ(rig.View.View.ViewX1, 0);
+    EXPECT_EQ(rig.plotter.View.ViewX1, 0);
     std::filesystem::remove(pdf);
     status.clear();
 
@@ -136,42 +136,42 @@ TEST_F(PrintTest, FailuresShowTheMessageAndSendNoPageAndNoProgramSendsABlankOne)
     // The record file gone since the program was opened.
     rig.Open(Rectangle);
     rig.SetView(-10, -25, 50, 15);
-    std::filesystem::remove(rig.T.RecordFilePath());
-    rig.Dialogs.Pointers.clear();
+    std::filesystem::remove(rig.translator.RecordFilePath());
+    rig.dialogs.Pointers.clear();
     EXPECT_FALSE(Print());
-    EXPECT_EQ(rig.Dialogs.Messages, std::vector<Message>{printError});
+    EXPECT_EQ(rig.dialogs.Messages, std::vector<Message>{printError});
     EXPECT_FALSE(std::filesystem::exists(pdf));
-    EXPECT_EQ(rig.Dialogs.Pointers, (std::vector<MousePointer>{MousePointer::Hourglass, MousePointer::Default}));
+    EXPECT_EQ(rig.dialogs.Pointers, (std::vector<MousePointer>{MousePointer::Hourglass, MousePointer::Default}));
 
     // A file that cannot be written.
     rig.Open(Rectangle);
     rig.SetView(-10, -25, 50, 15);
-    const std::filesystem::path missing = rig.Folder.Path() / "missing" / "page.pdf";
+    const std::filesystem::path missing = rig.dir.Path() / "missing" / "page.pdf";
     output.PrintToPdf(QString::fromStdString(missing.string()));
     EXPECT_FALSE(Print());
-    EXPECT_EQ(rig.Dialogs.Messages, (std::vector<Message>{printError, printError}));
+    EXPECT_EQ(rig.dialogs.Messages, (std::vector<Message>{printError, printError}));
     EXPECT_FALSE(std::filesystem::exists(missing.parent_path()));
 
     // A disk that fills part-way: the page printed before stays, whole.
     output.PrintToPdf(QString::fromStdString(pdf.string()));
-    rig.Folder.Write("page.pdf", "the page printed before");
+    rig.dir.Write("page.pdf", "the page printed before");
     {
         const test::FileSizeLimit full(1000);
         EXPECT_FALSE(Print());
     }
-    EXPECT_EQ(rig.Dialogs.Messages, (std::vector<Message>{printError, printError, printError}));
+    EXPECT_EQ(rig.dialogs.Messages, (std::vector<Message>{printError, printError, printError}));
     EXPECT_EQ(test::ReadAll(pdf), "the page printed before");
-    for (const auto& entry : std::filesystem::directory_iterator(rig.Folder.Path()))
+    for (const auto& entry : std::filesystem::directory_iterator(rig.dir.Path()))
         EXPECT_NE(entry.path().filename().string().front(), '.') << entry.path();
     EXPECT_TRUE(status.isEmpty());
 }
 
 TEST_F(PrintTest, PrinterSetupShowsTheDialogOnceAndACancelSaysNothing)
 {
-    rig.Dialogs.PrinterSetupAnswer = false;
-    output.ShowPrinterSetup(rig.Dialogs);
-    EXPECT_EQ(rig.Dialogs.PrinterSetups, 1);
-    EXPECT_TRUE(rig.Dialogs.Messages.empty());
+    rig.dialogs.PrinterSetupAnswer = false;
+    output.ShowPrinterSetup(rig.dialogs);
+    EXPECT_EQ(rig.dialogs.PrinterSetups, 1);
+    EXPECT_TRUE(rig.dialogs.Messages.empty());
 }
 
 TEST(PrintFallback, WithoutAPrinterThePageGoesToThePdfFileInTheDataFolder)
@@ -183,8 +183,8 @@ TEST(PrintFallback, WithoutAPrinterThePageGoesToThePdfFileInTheDataFolder)
     if (output.Printer().outputFormat() != QPrinter::PdfFormat)
         GTEST_SKIP() << "this machine has a printer";
     QString status;
-    ASSERT_TRUE(output.Print(rig.View, rig.T, rig.Config, rig.Dialogs, [&](const QString& s) { status = s; }));
-    const std::filesystem::path expected = rig.Folder.Path() / "TKZPrint.pdf";
+    ASSERT_TRUE(output.Print(rig.plotter, rig.translator, rig.settings, rig.dialogs, [&](const QString& s) { status = s; }));
+    const std::filesystem::path expected = rig.dir.Path() / "TKZPrint.pdf";
     EXPECT_EQ(output.PdfFile().toStdString(), expected.string());
     EXPECT_EQ(status.toStdString(), "  No printer here: the page was saved as " + expected.string());
     EXPECT_EQ(test::ReadAll(expected).substr(0, 5), "%PDF-");

@@ -1,9 +1,13 @@
 #include "PartialPlots.h"
 
 #include "ImageSurface.h"
-#include "PlaybackRig.h"
+#include "PlotRig.h"
+#include "Widgets.h"
+#include "frmTool1.h"
 #include "ToolChangePalette.h"
 
+#include <QLineEdit>
+#include <QPushButton>
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -14,10 +18,19 @@
 namespace backplot {
 namespace {
 
-using Kind = RecordingSurface::Kind;
 using Message = test::ScriptedDialogs::ShownMessage;
 using test::Drawn;
-using test::Rig;
+using test::Kind;
+
+// The partial plots of a window on the rig; LoadTools writes cut n with tools[n - 1] and fits
+// the view with its margin, so that the axis shows.
+struct Rig : test::PlotRig {
+    PartialPlots plots{plotter, translator, playback, settings, dialogs, events};
+    void LoadTools(const std::vector<std::int32_t>& tools, DrawSurface* surface = nullptr)
+    {
+        Load(test::NumberedCuts(tools), true, surface);
+    }
+};
 
 constexpr std::uint32_t Blue = 0xFF0000; // "DefaultColor"
 
@@ -54,7 +67,7 @@ TEST(PartialPlots, ToolToToolDrawsFromOneChangeUpToTheNextInTheColourOfItsOrder)
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         Rig rig;
-        rig.Load({1, 1, 2, 2, 1, 1});
+        rig.LoadTools({1, 1, 2, 2, 1, 1});
         rig.plots.PlotToolToTool(rig.canvas, c.first, c.second);
 
         EXPECT_EQ(rig.CutsDrawn(), c.cuts);
@@ -105,7 +118,7 @@ TEST(PartialPlots, ChangeCountWrapsToTheDefaultColourAfterFifteen)
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         Rig rig;
-        rig.Load(c.toolZeroFirst ? tools : std::vector<std::int32_t>(tools.begin() + 1, tools.end()));
+        rig.LoadTools(c.toolZeroFirst ? tools : std::vector<std::int32_t>(tools.begin() + 1, tools.end()));
         rig.plots.PlotToolToTool(rig.canvas, c.first, c.second);
         EXPECT_EQ(rig.CutsDrawn(), c.cuts);
         EXPECT_EQ(rig.plotter.ToolChangesSeen, c.seen);
@@ -117,7 +130,7 @@ TEST(PartialPlots, ToolToEofLeavesOnlyTheAxisAndCountsWhatToolToToolSaw)
 {
     Rig rig;
     ImageSurface picture(240, 120);
-    rig.Load({1, 1, 2, 2, 1, 1}, &picture);
+    rig.LoadTools({1, 1, 2, 2, 1, 1}, &picture);
 
     // What the axis alone looks like in this view.
     ImageSurface axisOnly(240, 120);
@@ -160,7 +173,7 @@ TEST(PartialPlots, PassEndResetsOnlyWhenTheWholeProgramWasRead)
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         Rig rig;
-        rig.Load({1, 1, 2, 2, 1, 1});
+        rig.LoadTools({1, 1, 2, 2, 1, 1});
         rig.settings.ToolColor = true;
         rig.plotter.CurrentColor = 0x123456;
         rig.plotter.PlotLast = c.plotLast;
@@ -181,7 +194,7 @@ TEST(PartialPlots, PassEndResetsOnlyWhenTheWholeProgramWasRead)
 TEST(PartialPlots, SlowMotionLetsEventsRunAndMarksEachDrawnRecord)
 {
     Rig rig;
-    rig.Load({1, 1, 2, 2, 1, 1});
+    rig.LoadTools({1, 1, 2, 2, 1, 1});
     int marks = 0;
     rig.plotter.SetSlowMotionHook([&] { ++marks; });
 
@@ -202,7 +215,7 @@ TEST(PartialPlots, SlowMotionLetsEventsRunAndMarksEachDrawnRecord)
 TEST(PartialPlots, ToolToEofPromptRemembersItsAnswer)
 {
     Rig rig;
-    rig.Load({1, 1, 2, 2, 1, 1});
+    rig.LoadTools({1, 1, 2, 2, 1, 1});
     rig.plots.PlotToolToTool(rig.canvas, 1, 2); // two tool changes seen
     rig.dialogs.Messages.clear();
 
@@ -258,7 +271,7 @@ TEST(PartialPlots, UnreadableRecordFileIsReportedAndLeavesTheAxis)
 
     // A file shorter than PlotLast: what was read is drawn, then the error, and no count.
     Rig rig;
-    rig.Load({1, 2});
+    rig.LoadTools({1, 2});
     rig.plotter.PlotLast = 4;
     rig.plots.PlotToolToTool(rig.canvas, 1, 9);
     EXPECT_EQ(rig.CutsDrawn(), (std::vector<Drawn>{{1, Palette(1)}, {2, Palette(2)}}));
@@ -290,6 +303,44 @@ TEST(PartialPlots, ToolChangeColoursAreDistinctAndShowOnWhite)
         EXPECT_GE(rgbDistance(c, Blue), 60.0) << "entry " << i << " looks like the default colour";
         for (std::size_t j = i + 1; j < ToolChangePalette.size(); ++j)
             EXPECT_GE(rgbDistance(c, ToolChangePalette[j]), 60.0) << "entries " << i << " and " << j;
+    }
+}
+
+TEST(frmTool1, ToolToToolCommandPlotsOrRedrawsAfterTheDialog)
+{
+    struct Case {
+        const char* name;
+        const char* one;
+        const char* two;
+        bool ok;
+        std::vector<Drawn> cuts;
+        int redraws;
+        std::int16_t first, second;
+    };
+    const Case cases[] = {
+        {"OkPlotsTheRangeTyped", "2", "3", true, {{3, ToolChangePalette[1]}, {4, ToolChangePalette[1]}}, 0, 2, 3},
+        {"CancelRedrawsTheWholeProgram", "2", "3", false, {}, 1, 0, 0},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Rig rig;
+        rig.LoadTools({1, 1, 2, 2, 1, 1});
+        int redraws = 0;
+        QString title;
+        test::OnNextModal([&](QWidget* modal) {
+            title = modal->windowTitle();
+            test::Child<QLineEdit>(*modal, "txtTool1")->setText(QString::fromLatin1(c.one));
+            test::Child<QLineEdit>(*modal, "txtTool2")->setText(QString::fromLatin1(c.two));
+            test::Child<QPushButton>(*modal, c.ok ? "cmdOk" : "cmdCancel")->click();
+        });
+        rig.plots.ToolToToolCommand(rig.canvas, nullptr, [&] { ++redraws; });
+
+        EXPECT_EQ(title, QStringLiteral("Plot Tool to Tool"));
+        EXPECT_EQ(rig.CutsDrawn(), c.cuts);
+        EXPECT_EQ(redraws, c.redraws);
+        EXPECT_FALSE(rig.translator.State().AbortTranslation);
+        EXPECT_EQ(rig.plots.FirstTool, c.first);
+        EXPECT_EQ(rig.plots.SecondTool, c.second);
     }
 }
 

@@ -1,5 +1,5 @@
 #include "Delay.h"
-#include "PlaybackRig.h"
+#include "PlotRig.h"
 #include "SlowMotion.h"
 #include "Stepper.h"
 #include "ViewCommands.h"
@@ -15,7 +15,6 @@ namespace backplot {
 namespace {
 
 using namespace test;
-using Kind = RecordingSurface::Kind;
 
 // What playback asked of the window.
 struct HostLog : PlaybackHost {
@@ -46,7 +45,7 @@ struct HostLog : PlaybackHost {
 
 // The rig with a window's playback objects on its canvas: the host's Redraw is the
 // view commands' redraw, as in the window.
-struct PlaybackWindow : Rig {
+struct PlaybackWindow : PlotRig {
     HostLog host;
     ViewHost viewHost;
     ViewCommands view{plotter, canvas, settings, playback, dialogs, viewHost};
@@ -57,13 +56,6 @@ struct PlaybackWindow : Rig {
         settings.SlowTime = 0;
         host.redraw = [this] { view.Redraw(); };
     }
-    std::vector<double> Cuts() const
-    {
-        std::vector<double> xs;
-        for (const Drawn& d : CutsDrawn())
-            xs.push_back(d.x);
-        return xs;
-    }
     bool Cleared() const
     {
         return std::ranges::any_of(canvas.Primitives(), [](const auto& p) { return p.Type == Kind::Clear; });
@@ -73,20 +65,16 @@ struct PlaybackWindow : Rig {
 TEST(Stepper, ThreeRecordsOneAtATimeThenTheSilentEnd)
 {
     PlaybackWindow w;
-    w.Load({0, 0, 0});
-    {   // The first record's block as the translator stores it: with its blanks.
-        EntityRecord first = Cut(1, 0);
-        first.SetBlockText("  G01 X1. Y-1.");
-        RecordFileWriter writer;
-        writer.Open(w.translator.RecordFilePath());
-        writer.Write(1, first);
-    }
+    // The first record's block as the translator stores it: with its blanks.
+    std::vector<EntityRecord> cuts = NumberedCuts(3);
+    cuts[0].SetBlockText("  G01 X1. Y-1.");
+    w.Load(cuts, true);
 
     w.stepper.Step();
     EXPECT_TRUE(w.playback.StepMode);
     EXPECT_EQ(w.plotter.PlotLast, 1);
     EXPECT_TRUE(w.Cleared());
-    EXPECT_EQ(w.Cuts(), std::vector<double>{1});
+    EXPECT_EQ(w.XsDrawn(), std::vector<double>{1});
     const std::string block = "  G01 X1. Y-1." + std::string(46, ' ');
     EXPECT_EQ(w.host.code, block + "  "); // all 60 characters, then two blanks
     EXPECT_EQ(w.host.listing, std::vector<std::string>{"G01 X1. Y-1."});
@@ -101,14 +89,14 @@ TEST(Stepper, ThreeRecordsOneAtATimeThenTheSilentEnd)
 
     w.canvas.ForgetPrimitives();
     w.stepper.Step();
-    EXPECT_EQ(w.Cuts(), std::vector<double>{2}); // over the picture, nothing cleared
+    EXPECT_EQ(w.XsDrawn(), std::vector<double>{2}); // over the picture, nothing cleared
     EXPECT_FALSE(w.Cleared());
     EXPECT_EQ(w.host.listingStarts, 1);
 
     // A redraw while stepping shows exactly the elements stepped so far.
     w.canvas.ForgetPrimitives();
     w.plotter.GetRecords(w.canvas);
-    EXPECT_EQ(w.Cuts(), (std::vector<double>{1, 2}));
+    EXPECT_EQ(w.XsDrawn(), (std::vector<double>{1, 2}));
     EXPECT_TRUE(w.playback.StepMode);
 
     w.stepper.Step();
@@ -117,13 +105,13 @@ TEST(Stepper, ThreeRecordsOneAtATimeThenTheSilentEnd)
     w.stepper.Step(); // past the end: silently over
     EXPECT_FALSE(w.playback.StepMode);
     EXPECT_EQ(w.plotter.PlotLast, 1);
-    EXPECT_TRUE(w.Cuts().empty());
+    EXPECT_TRUE(w.XsDrawn().empty());
     EXPECT_TRUE(w.host.buttons.empty()); // the toolbar stays as stepping left it
     EXPECT_TRUE(w.dialogs.Messages.empty());
     EXPECT_EQ(w.translator.Record().EndX, 0);
     // Until extents or an open, a redraw shows record 1 alone.
     w.plotter.GetRecords(w.canvas);
-    EXPECT_EQ(w.Cuts(), std::vector<double>{1});
+    EXPECT_EQ(w.XsDrawn(), std::vector<double>{1});
 }
 
 TEST(Stepper, WithoutRecordsItEndsAtOnceButAMissingOrTruncatedRecordIsReported)
@@ -140,7 +128,7 @@ TEST(Stepper, WithoutRecordsItEndsAtOnceButAMissingOrTruncatedRecordIsReported)
     const ScriptedDialogs::ShownMessage error{"Error opening file!", "Corvane Backplot", MsgIcon::None,
                                                MsgButtons::Ok};
     PlaybackWindow w;
-    w.Load({0, 0, 0});
+    w.Load(NumberedCuts(3), true);
     std::filesystem::resize_file(w.translator.RecordFilePath(), 128 + 64);
     w.stepper.Step();
     EXPECT_EQ(w.plotter.PlotLast, 1);
@@ -155,7 +143,7 @@ TEST(Stepper, WithoutRecordsItEndsAtOnceButAMissingOrTruncatedRecordIsReported)
 TEST(SlowMotion, PausedAtARecordResumesThereWithoutClearing)
 {
     PlaybackWindow w;
-    w.Load({0, 0, 0, 0, 0, 0});
+    w.Load(NumberedCuts(6), true);
     // P is pressed while the third record waits to be drawn.
     w.events.onCall = [&](int call) {
         if (call == 3)
@@ -164,7 +152,7 @@ TEST(SlowMotion, PausedAtARecordResumesThereWithoutClearing)
     w.slow.Toggle();
     EXPECT_TRUE(w.host.slowChecked);
     EXPECT_EQ(w.host.code, "  Paused - Press the P key to continue");
-    EXPECT_EQ(w.Cuts(), (std::vector<double>{1, 2, 3}));
+    EXPECT_EQ(w.XsDrawn(), (std::vector<double>{1, 2, 3}));
     EXPECT_EQ(w.playback.SlowResume, 4);
     EXPECT_EQ(w.host.marks, (std::vector<int>{1, 2, 3})); // one source line per record drawn
     EXPECT_TRUE(w.playback.SlowMode);
@@ -180,7 +168,7 @@ TEST(SlowMotion, PausedAtARecordResumesThereWithoutClearing)
     const double took = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     EXPECT_GE(took, 0.12);
     EXPECT_LT(took, 0.6);
-    EXPECT_EQ(w.Cuts(), (std::vector<double>{4, 5, 6}));
+    EXPECT_EQ(w.XsDrawn(), (std::vector<double>{4, 5, 6}));
     EXPECT_FALSE(w.Cleared());
     EXPECT_EQ(w.host.marks, (std::vector<int>{1, 2, 3, 4, 5, 6}));
     // The end of the program ends slow motion.
@@ -193,7 +181,7 @@ TEST(SlowMotion, PausedAtARecordResumesThereWithoutClearing)
 TEST(SlowMotion, TurnedOffFromTheMenuItRunsOutAtFullSpeedAndKeepsItsToolbar)
 {
     PlaybackWindow w;
-    w.Load({0, 0, 0, 0});
+    w.Load(NumberedCuts(4), true);
     w.events.onCall = [&](int call) {
         if (call == 2)
             w.slow.Toggle();

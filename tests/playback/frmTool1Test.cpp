@@ -1,14 +1,13 @@
 #include "frmTool1.h"
 
-#include "PlaybackRig.h"
-#include "ToolChangePalette.h"
+#include "ScriptedDialogs.h"
+#include "Widgets.h"
 
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTimer>
 #include <functional>
 #include <gtest/gtest.h>
 
@@ -17,24 +16,7 @@ namespace {
 
 using Message = test::ScriptedDialogs::ShownMessage;
 
-template <class T>
-T* Child(const QWidget& parent, const char* name)
-{
-    T* child = parent.findChild<T*>(QString::fromLatin1(name));
-    EXPECT_NE(child, nullptr) << name;
-    return child;
-}
-
-// Runs `handle` on the next modal dialog once it is up; `handle` closes it.
-void OnNextModal(std::function<void(QWidget*)> handle, int attempt = 0)
-{
-    QTimer::singleShot(attempt == 0 ? 0 : 10, [handle, attempt] {
-        if (QWidget* modal = QApplication::activeModalWidget())
-            handle(modal);
-        else if (attempt < 200)
-            OnNextModal(handle, attempt + 1);
-    });
-}
+using test::Child;
 
 struct Tool1Rig {
     explicit Tool1Rig(QWidget* parent = nullptr) : dialog(parent, first, second, cancelled, dialogs) {}
@@ -134,44 +116,6 @@ TEST(frmTool1, EnterInTheFirstBoxMovesToTheSecondAndSelectsIt)
     EXPECT_EQ(two->selectedText(), QStringLiteral("5"));
     EXPECT_TRUE(rig.dialog.isVisible()); // Enter there did not press OK
     EXPECT_EQ(rig.first, 2);
-}
-
-TEST(frmTool1, ToolToToolCommandPlotsOrRedrawsAfterTheDialog)
-{
-    struct Case {
-        const char* name;
-        const char* one;
-        const char* two;
-        bool ok;
-        std::vector<test::Drawn> cuts;
-        int redraws;
-        std::int16_t first, second;
-    };
-    const Case cases[] = {
-        {"OkPlotsTheRangeTyped", "2", "3", true, {{3, ToolChangePalette[1]}, {4, ToolChangePalette[1]}}, 0, 2, 3},
-        {"CancelRedrawsTheWholeProgram", "2", "3", false, {}, 1, 0, 0},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        test::Rig rig;
-        rig.Load({1, 1, 2, 2, 1, 1});
-        int redraws = 0;
-        QString title;
-        OnNextModal([&](QWidget* modal) {
-            title = modal->windowTitle();
-            Child<QLineEdit>(*modal, "txtTool1")->setText(QString::fromLatin1(c.one));
-            Child<QLineEdit>(*modal, "txtTool2")->setText(QString::fromLatin1(c.two));
-            Child<QPushButton>(*modal, c.ok ? "cmdOk" : "cmdCancel")->click();
-        });
-        rig.plots.ToolToToolCommand(rig.canvas, nullptr, [&] { ++redraws; });
-
-        EXPECT_EQ(title, QStringLiteral("Plot Tool to Tool"));
-        EXPECT_EQ(rig.CutsDrawn(), c.cuts);
-        EXPECT_EQ(redraws, c.redraws);
-        EXPECT_FALSE(rig.translator.State().AbortTranslation);
-        EXPECT_EQ(rig.plots.FirstTool, c.first);
-        EXPECT_EQ(rig.plots.SecondTool, c.second);
-    }
 }
 
 } // namespace

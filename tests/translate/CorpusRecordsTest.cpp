@@ -1,5 +1,5 @@
 #include "Checksums.h"
-#include "TranslateHarness.h"
+#include "TranslatorRig.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -20,18 +20,17 @@ TEST(Corpus, RecordFilesStayByteForByte)
     for (const std::string kind : {"mill", "lathe"}) {
         for (const auto& entry : fs::directory_iterator(CorpusDir() / kind)) {
             for (const MsgAnswer answer : {MsgAnswer::Ok, MsgAnswer::Cancel}) {
-                Harness h(kind == "mill");
-                h.Dialogs.Answer = answer;
-                h.T.ResetForNewProgram();
-                h.TranslateFile(entry.path().string());
+                TranslatorRig h(kind == "mill");
+                h.dialogs.Answer = answer;
+                h.RunFile(entry.path().string());
                 const std::string key = kind + "/" + entry.path().filename().string() +
                                         (answer == MsgAnswer::Ok ? ":ok" : ":cancel");
-                const std::string records = ReadAll(h.T.RecordFilePath());
+                const std::string records = ReadAll(h.translator.RecordFilePath());
                 const std::string found = std::to_string(records.size()) + " " + Checksum(records) + " " +
-                                          std::to_string(h.Dialogs.Messages.size()) + " boxes";
+                                          std::to_string(h.dialogs.Messages.size()) + " boxes";
                 EXPECT_EQ(found, table.Expected(key, found)) << key;
                 ++compared;
-                if (h.Dialogs.Messages.empty())
+                if (h.dialogs.Messages.empty())
                     break; // nothing to cancel
             }
         }

@@ -1,5 +1,5 @@
 #include "RunTimeError.h"
-#include "TranslateHarness.h"
+#include "TranslatorRig.h"
 
 #include <gtest/gtest.h>
 
@@ -30,11 +30,11 @@ std::string Padded(std::string text, std::size_t width)
 // 4 = 40800000, 5 = 40A00000, 180 = 43340000.
 TEST(RecordFile, FieldsLandAtTheirOffsetsLittleEndian)
 {
-    Harness h;
+    TranslatorRig h;
     const std::string longBlock = "G1 X5. " + std::string(53, 'M') + "Q"; // 61 characters
     h.Run("G0 X1. Y2.5 Z-1. T3\nG2 X3. Y2.5 R1.\nG1 X4.\n" + longBlock + "\nG1 X5.\n");
 
-    const std::string file = ReadAll(h.T.RecordFilePath());
+    const std::string file = ReadAll(h.translator.RecordFilePath());
     ASSERT_EQ(file.size(), 4u * 128) << "128 bytes per record, the last block moved nothing";
     const std::string arc = "0000803F 00003443 00000000 00000040 000020C0"; // R1, 180, 0, centre (2, -2.5)
     const struct { const char* what; int record, offset; std::string bytes; } rows[] = {
@@ -58,8 +58,8 @@ TEST(RecordFile, FieldsLandAtTheirOffsetsLittleEndian)
                   row.bytes)
             << row.what;
     // The non-moving linear block left the cleared buffer behind; its marker stays in memory.
-    EXPECT_EQ(h.T.Record().MoveType, 999);
-    EXPECT_EQ(h.S().RecordCount, 4);
+    EXPECT_EQ(h.translator.Record().MoveType, 999);
+    EXPECT_EQ(h.state().RecordCount, 4);
 }
 
 TEST(RecordFile, WriterAndReaderAgreeOnRecordNumbers)

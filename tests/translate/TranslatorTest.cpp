@@ -1,4 +1,4 @@
-#include "TranslateHarness.h"
+#include "TranslatorRig.h"
 
 #include <cmath>
 #include <cstring>
@@ -74,21 +74,21 @@ TEST(Translator, ModalStateAndWordPrecedence)
          {"0 0,0,0 > 0,0,0", "3 ARC1 0,0,0 > -20,0,0 r10 c-10,0"}},
     };
     for (const auto& c : cases) {
-        Harness h(c.mill);
+        TranslatorRig h(c.mill);
         const auto records = h.Run(c.program);
         std::vector<std::string> described;
         for (const EntityRecord& r : records)
             described.push_back(Describe(r));
         EXPECT_EQ(described, c.records) << c.name;
-        EXPECT_TRUE(h.Dialogs.Messages.empty()) << c.name;
+        EXPECT_TRUE(h.dialogs.Messages.empty()) << c.name;
         if (c.lastBlock && !records.empty()) {
             EXPECT_EQ(records.back().BlockTextView().substr(0, std::strlen(c.lastBlock)), c.lastBlock) << c.name;
         }
     }
-    Harness h;
+    TranslatorRig h;
     h.Run("G1 X1. R5.");
-    EXPECT_EQ(h.S().ValR, 0) << "R outside arc mode is no arc radius";
-    EXPECT_EQ(h.S().ValROther, 5);
+    EXPECT_EQ(h.state().ValR, 0) << "R outside arc mode is no arc radius";
+    EXPECT_EQ(h.state().ValROther, 5);
 }
 
 TEST(Translator, ArcKindsAndZAdvance)
@@ -106,25 +106,25 @@ TEST(Translator, ArcKindsAndZAdvance)
         {"G2 X2. Y0 R1.", "ARC", 2, 0},
     };
     for (const auto& row : rows) {
-        Harness h;
+        TranslatorRig h;
         const auto records = h.Run(std::string("G0 X0 Y0 Z0\n") + row.block);
         SCOPED_TRACE(row.block);
         ASSERT_EQ(records.size(), 2u);
         EXPECT_EQ(records[1].Kind(), row.kind);
         EXPECT_EQ(records[1].MoveType, row.move);
-        EXPECT_NEAR(h.S().CurZ, row.endZ, 1e-12);
+        EXPECT_NEAR(h.state().CurZ, row.endZ, 1e-12);
         EXPECT_NEAR(records[1].EndZ, row.endZ, 1e-6);
     }
     // In lathe mode there is no helix: the K word has become I.
-    Harness lathe(false);
+    TranslatorRig lathe(false);
     lathe.Run("G0 X0 Z0\nG02 X0 Z-20. K-10.");
-    EXPECT_NEAR(lathe.S().CurZ, 1e-14, 1e-20);
+    EXPECT_NEAR(lathe.state().CurZ, 1e-14, 1e-20);
 }
 
 TEST(Translator, ToolChangesTakeFixedColoursAndStopAtTen)
 {
-    Harness h;
-    h.T.ToolColors()[7] = {0, 0x123456, 5};
+    TranslatorRig h;
+    h.translator.ToolColors()[7] = {0, 0x123456, 5};
     std::string program = "(TOOLS)\n\n";
     for (int t = 1; t <= 12; ++t)
         program.append("T").append(std::to_string(t)).append("\n");
@@ -134,7 +134,7 @@ TEST(Translator, ToolChangesTakeFixedColoursAndStopAtTen)
     const std::uint32_t colours[] = {0x000000, 0xFF0000, 0x00FF00, 0xFFFF00, 0x0000FF, 0xFF00FF, 0x00FFFF, 0x123456};
     const std::int32_t indexes[] = {0, 9, 10, 11, 12, 13, 14, 0, 0, 0};
     for (int n = 0; n < 10; ++n) {
-        const ToolColor& c = h.T.ToolColors()[n];
+        const ToolColor& c = h.translator.ToolColors()[n];
         EXPECT_EQ(c.ToolNumber, n + 1) << n;
         EXPECT_EQ(c.ColorIndex, indexes[n]) << n;
         if (n < 8) {
@@ -143,13 +143,13 @@ TEST(Translator, ToolChangesTakeFixedColoursAndStopAtTen)
     }
     // (tool, line): the comment is line 1, the blank line no line; the twelfth T overwrote the eleventh.
     std::vector<std::pair<int, int>> changes;
-    for (const ToolChange& c : h.S().ToolChanges)
+    for (const ToolChange& c : h.state().ToolChanges)
         changes.emplace_back(c.ToolNumber, c.LineNumber);
     const std::vector<std::pair<int, int>> wanted{{1, 2}, {2, 3}, {3, 4}, {4, 5},   {5, 6},  {6, 7},
                                                   {7, 8}, {8, 9}, {9, 10}, {10, 11}, {12, 13}};
     EXPECT_EQ(changes, wanted);
-    EXPECT_EQ(h.S().ToolChangeCount, 10);
-    EXPECT_EQ(h.Dialogs.Texts(),
+    EXPECT_EQ(h.state().ToolChangeCount, 10);
+    EXPECT_EQ(h.dialogs.Texts(),
               (std::vector<std::string>{ErrorLead + "12\r\n\r\nT11", ErrorLead + "13\r\n\r\nT12"}));
     // T1..T10 wrote rapid records, the failing blocks none; the last block carries tool 12.
     std::vector<int> tools;
@@ -160,25 +160,25 @@ TEST(Translator, ToolChangesTakeFixedColoursAndStopAtTen)
 
 TEST(Translator, LatheMeetingYWarnsAndStops)
 {
-    Harness h(false);
+    TranslatorRig h(false);
     const auto records = h.Run("G0 X20. Z2.\nG1 Z-5.\nG1 X10. Y5.\nG1 X30.\n");
-    const Box box{"The NC/CNC file you are are processing appears to be\r\n\r\n"
-                  "a Milling file. Change the setting using the Options/Properties menu.",
-                  "Backplot Error", MsgIcon::Exclamation};
-    EXPECT_EQ(h.Dialogs.Messages, std::vector<Box>{box});
-    EXPECT_EQ(h.Dialogs.Pointers, std::vector{MousePointer::Default});
+    const ScriptedDialogs::ShownMessage box{"The NC/CNC file you are are processing appears to be\r\n\r\n"
+                                            "a Milling file. Change the setting using the Options/Properties menu.",
+                                            "Backplot Error", MsgIcon::Exclamation};
+    EXPECT_EQ(h.dialogs.Messages, std::vector{box});
+    EXPECT_EQ(h.dialogs.Pointers, std::vector{MousePointer::Default});
     EXPECT_EQ(records.size(), 2u) << "records before the Y block stay";
-    EXPECT_EQ(h.S().LineCount, 3) << "nothing after the Y block is read";
-    EXPECT_FALSE(h.S().AbortTranslation);
-    EXPECT_TRUE(h.T.StoppedEarly());
+    EXPECT_EQ(h.state().LineCount, 3) << "nothing after the Y block is read";
+    EXPECT_FALSE(h.state().AbortTranslation);
+    EXPECT_TRUE(h.translator.StoppedEarly());
 }
 
 TEST(Translator, DxfCollectionInsteadOfRecords)
 {
-    Harness h;
-    h.S().CollectDxf = true;
+    TranslatorRig h;
+    h.state().CollectDxf = true;
     for (const char* block : {"G0 X1. Y1.", "G1 X3. Y1.", "G2 X5. Y1. R1.", "G3 X7. Y1. R1.", "G2 I1.", "G0 X0 Y0"})
-        h.T.InterpretBlock(block);
+        h.translator.InterpretBlock(block);
 
     // Y not negated. Clockwise (4,1) from 180 to 0 is stored as 0 to 180; counter-clockwise (6,1)
     // keeps 180 to 0.
@@ -186,14 +186,14 @@ TEST(Translator, DxfCollectionInsteadOfRecords)
     const auto add = [&](const char* kind, std::initializer_list<float> values, const std::string& layer) {
         got.push_back(std::string(kind).append(" ").append(Joined(values)).append(" ").append(layer));
     };
-    for (const DxfLine& l : h.T.Dxf().Lines)
+    for (const DxfLine& l : h.translator.Dxf().Lines)
         add("LINE", {l.X1, l.Y1, l.X2, l.Y2}, l.Layer);
-    for (const DxfArc& a : h.T.Dxf().Arcs)
+    for (const DxfArc& a : h.translator.Dxf().Arcs)
         add("ARC", {a.CenterX, a.CenterY, a.Radius, a.StartAngle, a.EndAngle}, a.Layer);
-    for (const DxfCircle& c : h.T.Dxf().Circles)
+    for (const DxfCircle& c : h.translator.Dxf().Circles)
         add("CIRCLE", {c.CenterX, c.CenterY, c.Radius}, c.Layer);
     EXPECT_EQ(got, (std::vector<std::string>{"LINE 1,1,3,1 BLACK_LAYER", "ARC 4,1,1,0,180 BLACK_LAYER",
                                              "ARC 6,1,1,180,0 BLACK_LAYER", "CIRCLE 8,1,1 BLACK_LAYER"}));
-    EXPECT_EQ(h.S().RecordCount, 0);
-    EXPECT_FALSE(Translator::FileExists(h.T.RecordFilePath()));
+    EXPECT_EQ(h.state().RecordCount, 0);
+    EXPECT_FALSE(Translator::FileExists(h.translator.RecordFilePath()));
 }

@@ -3,23 +3,11 @@
 #include <QApplication>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
 namespace backplot {
 namespace {
 
 class Canvas : public ::testing::Test {
 protected:
-    static void SetUpTestSuite()
-    {
-        static int argc = 1;
-        static char name[] = "test_view";
-        static char* argv[] = {name, nullptr};
-        if (!QApplication::instance()) {
-            setenv("QT_QPA_PLATFORM", "offscreen", 0);
-            new QApplication(argc, argv); // lives for the rest of the run
-        }
-    }
     void Resize(int width, int height)
     {
         canvas.resize(width, height);

@@ -1,8 +1,6 @@
-#include "../app/ScriptedDialogs.h"
 #include "Checksums.h"
 #include "ImageSurface.h"
-#include "Plotter.h"
-#include "Translator.h"
+#include "PlotRig.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -12,10 +10,6 @@ using namespace backplot::test;
 namespace fs = std::filesystem;
 
 namespace {
-
-struct IdleEvents : EventPump {
-    void ProcessEvents() override {}
-};
 
 std::string PictureChecksum(const ImageSurface& surface)
 {
@@ -36,19 +30,9 @@ TEST(CorpusPictures, EveryPixelAsBefore)
     std::size_t compared = 0;
     for (const std::string kind : {"mill", "lathe"}) {
         for (const auto& entry : fs::directory_iterator(CorpusDir() / kind)) {
-            ScriptedDialogs dialogs;
-            IdleEvents events;
-            PlaybackState playback;
-            Translator translator(dialogs, events, playback);
-            ScratchDir folder;
-            translator.SetDataFolder(folder.Folder());
-            translator.State().Mill = kind == "mill";
-            translator.NormaliseFile(entry.path().string(), TempFileName);
-            translator.TranslateProgram();
-            Settings settings;
-            Plotter plotter(settings, translator.ToolColors(), translator.State(), playback, translator.Record(),
-                            dialogs, events, [&] { return translator.RecordFilePath(); });
-
+            PlotRig rig(kind == "mill");
+            rig.RunFile(entry.path().string());
+            Plotter& plotter = rig.plotter;
             ImageSurface picture(1000, 700);
             plotter.ExtentsWithMargin(picture);
             plotter.GetRecords(picture);

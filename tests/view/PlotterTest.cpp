@@ -14,7 +14,7 @@ using namespace test;
 
 TEST(Plotter, ExtentsOfAQuarterArcAreItsWholeCircle)
 {
-    Rig rig;
+    PlotRig rig;
     EntityRecord arc = Arc(3, 0, 0, 1, 0, 90); // machine (1,0) to (0,1), Y stored negated
     arc.EndY = -1;
     rig.plotter.CurTool = 5;
@@ -28,7 +28,7 @@ TEST(Plotter, ExtentsOfAQuarterArcAreItsWholeCircle)
     EXPECT_EQ((std::vector<float>{v.ViewX1, v.ViewY1, v.ViewX2, v.ViewY2}), (std::vector<float>{-1, -0.5f, 1, 0.5f}));
     EXPECT_EQ((std::vector<float>{v.FitSpan, v.TwoPixelSpan, rig.canvas.ScaleLeft(), rig.canvas.ScaleTop()}),
               (std::vector<float>{1, 0.01f, -1, -0.5f}));
-    EXPECT_EQ(rig.record.MoveType, 3); // the shared buffer holds the last record read
+    EXPECT_EQ(rig.translator.Record().MoveType, 3); // the shared buffer holds the last record read
 }
 
 TEST(Plotter, TruncatedRecordFileIsReadUpToItsLastWholeRecord)
@@ -53,21 +53,21 @@ TEST(Plotter, TruncatedRecordFileIsReadUpToItsLastWholeRecord)
     circle.EndX = 3, circle.EndY = -3;
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
-        Rig rig;
+        PlotRig rig;
         rig.Load({Cut(0, 0, 1, -1), Cut(1, -1, 2, -2), Cut(2, -2, 3, -3), circle});
-        std::filesystem::resize_file(rig.path, c.length);
-        const Extents box = ExtentsPass(rig.path, rig.record);
+        std::filesystem::resize_file(rig.translator.RecordFilePath(), c.length);
+        const Extents box = ExtentsPass(rig.translator.RecordFilePath(), rig.translator.Record());
         EXPECT_EQ(box.RecordTotal, c.total);
         EXPECT_EQ((std::vector<float>{box.MinX, box.MinY, box.MaxX, box.MaxY}), c.box);
     }
 
     // The plot pass draws the whole records and stops early: no axis, playback not ended.
-    Rig rig;
+    PlotRig rig;
     rig.Load(NumberedCuts(4));
-    std::filesystem::resize_file(rig.path, 3 * 128 + 64);
+    std::filesystem::resize_file(rig.translator.RecordFilePath(), 3 * 128 + 64);
     rig.playback.StepMode = true;
     rig.plotter.GetRecords(rig.canvas);
-    EXPECT_EQ(rig.CutsDrawn(), (std::vector<double>{1, 2, 3}));
+    EXPECT_EQ(rig.XsDrawn(), (std::vector<double>{1, 2, 3}));
     EXPECT_EQ(rig.canvas.Primitives().size(), 1u + 3 * 3); // clear and three cuts
     EXPECT_TRUE(rig.playback.StepMode);
     EXPECT_EQ(rig.dialogs.Pointers.back(), MousePointer::Default);
@@ -75,7 +75,7 @@ TEST(Plotter, TruncatedRecordFileIsReadUpToItsLastWholeRecord)
 
 TEST(Plotter, FullPassClearsDrawsAxisAndEndsPlayback)
 {
-    Rig rig;
+    PlotRig rig;
     rig.Load({Cut(0, 0, 4, -2, 7), Cut(4, -2, 4, 0, 7)});
     rig.playback.StepMode = true, rig.playback.SourceLine = 9;
     std::optional<bool> ended;
@@ -84,7 +84,7 @@ TEST(Plotter, FullPassClearsDrawsAxisAndEndsPlayback)
     const auto& log = rig.canvas.Primitives();
     ASSERT_EQ(log.size(), 1u + 2 * 3 + 2);
     EXPECT_EQ(log[0].Type, Kind::Clear);
-    EXPECT_EQ(rig.CutsDrawn(), (std::vector<double>{0, 4}));
+    EXPECT_EQ(rig.XsDrawn(), (std::vector<double>{0, 4}));
     EXPECT_EQ(log[7].Style, DrawStyle::Dash); // the axis in "Axis Line" 1
     EXPECT_EQ(rig.canvas.GetDrawStyle(), DrawStyle::Solid);
     EXPECT_EQ((std::vector<int>{rig.plotter.PlotIndex, rig.plotter.CurTool, rig.playback.StepMode,
@@ -92,8 +92,8 @@ TEST(Plotter, FullPassClearsDrawsAxisAndEndsPlayback)
               (std::vector<int>{2, 0, false, 1, 1}));
     EXPECT_EQ(ended, std::optional<bool>(false));
     // The buffer keeps the last record with its start and end wiped.
-    EXPECT_EQ(rig.record.ToolNum, 7);
-    EXPECT_EQ((std::vector<float>{rig.record.StartX, rig.record.StartY, rig.record.EndX, rig.record.EndY}),
+    EXPECT_EQ(rig.translator.Record().ToolNum, 7);
+    EXPECT_EQ((std::vector<float>{rig.translator.Record().StartX, rig.translator.Record().StartY, rig.translator.Record().EndX, rig.translator.Record().EndY}),
               (std::vector<float>{0, 0, 0, 0}));
     EXPECT_EQ(rig.dialogs.Pointers, (std::vector<MousePointer>{MousePointer::Hourglass, MousePointer::Default}));
     EXPECT_EQ(rig.events.calls, 0);
@@ -101,12 +101,12 @@ TEST(Plotter, FullPassClearsDrawsAxisAndEndsPlayback)
 
 TEST(Plotter, ColourRuleCarriesTheColourOverForUnknownTools)
 {
-    Rig rig;
+    PlotRig rig;
     rig.settings.ToolColor = true;
-    rig.translation.ToolChangeCount = 2;
-    rig.toolColors[0] = {1, 0x0000FF, 12};
-    rig.toolColors[1] = {3, 0x00FF00, 10};
-    rig.toolColors[2] = {5, 0xFF00FF, 13}; // beyond ToolChangeCount: never looked at
+    rig.state().ToolChangeCount = 2;
+    rig.translator.ToolColors()[0] = {1, 0x0000FF, 12};
+    rig.translator.ToolColors()[1] = {3, 0x00FF00, 10};
+    rig.translator.ToolColors()[2] = {5, 0xFF00FF, 13}; // beyond ToolChangeCount: never looked at
     rig.plotter.CurrentColor = 0x123456;   // left from an earlier pass
     std::vector<EntityRecord> records;
     for (std::int32_t tool : {9, 1, 5, 3, 7, 1})
@@ -126,8 +126,8 @@ TEST(Plotter, ColourRuleCarriesTheColourOverForUnknownTools)
 
     // The first matching entry wins; no more than ten entries are ever looked at.
     rig.settings.ToolColor = true;
-    rig.translation.ToolChangeCount = 15;
-    rig.toolColors[2] = {3, 0xABCDEF, 0};
+    rig.state().ToolChangeCount = 15;
+    rig.translator.ToolColors()[2] = {3, 0xABCDEF, 0};
     rig.plotter.ChooseColor(3);
     EXPECT_EQ(rig.plotter.CurrentColor, 0x00FF00u);
     EXPECT_NO_THROW(rig.plotter.ChooseColor(42));
@@ -136,7 +136,7 @@ TEST(Plotter, ColourRuleCarriesTheColourOverForUnknownTools)
 
 TEST(Plotter, SlowMotionPausesAndResumesAtTheSameRecord)
 {
-    Rig rig;
+    PlotRig rig;
     rig.Load(NumberedCuts(45));
     int marks = 0;
     rig.plotter.SetSlowMotionHook([&] { ++marks; });
@@ -145,7 +145,7 @@ TEST(Plotter, SlowMotionPausesAndResumesAtTheSameRecord)
     rig.playback.SlowMode = true;
     rig.events.onCall = [&](int call) { rig.playback.SlowPaused = call == 3; }; // P while record 3 is drawn
     rig.plotter.GetRecords(rig.canvas);
-    EXPECT_EQ(rig.CutsDrawn(), (std::vector<double>{1, 2, 3}));
+    EXPECT_EQ(rig.XsDrawn(), (std::vector<double>{1, 2, 3}));
     EXPECT_EQ(rig.Count(Kind::Clear), 0); // slow motion draws over the picture
     EXPECT_EQ(rig.playback.SlowResume, 4);
     EXPECT_EQ(marks, 3);
@@ -163,7 +163,7 @@ TEST(Plotter, SlowMotionPausesAndResumesAtTheSameRecord)
     rig.playback.SlowResume = rig.playback.SourceLine = 40;
     rig.events.calls = marks = 0;
     rig.plotter.GetRecords(rig.canvas);
-    EXPECT_EQ(rig.CutsDrawn(), (std::vector<double>{40, 41, 42, 43, 44, 45}));
+    EXPECT_EQ(rig.XsDrawn(), (std::vector<double>{40, 41, 42, 43, 44, 45}));
     EXPECT_EQ(rig.Count(Kind::Line), 6 * 2 + 2);
     EXPECT_EQ((std::vector<int>{rig.events.calls, marks, rig.playback.SlowResume, rig.playback.SourceLine}),
               (std::vector<int>{6, 6, 1, 1}));

@@ -1,6 +1,5 @@
-// The canvas on a HiDPI screen. The ratio is fixed when the application starts, so these
-// tests run in a process of their own with QT_SCALE_FACTOR=2, on two offscreen screens
-// side by side: the first at ratio 2 (1 x 2), the second at 4 (2 x 2).
+// The canvas on a HiDPI screen, with QT_SCALE_FACTOR=2 on two offscreen screens side by
+// side: the first at ratio 2 (1 x 2), the second at 4 (2 x 2). See tests/CMakeLists.txt.
 
 #include "CanvasWidget.h"
 
@@ -11,8 +10,6 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <fstream>
 #include <string>
 #include <tuple>
 
@@ -25,22 +22,6 @@ const QRgb Black = qRgb(0, 0, 0);
 
 class CanvasAtRatioTwo : public ::testing::Test {
 protected:
-    static void SetUpTestSuite()
-    {
-        static int argc = 1;
-        static char name[] = "test_view_hidpi";
-        static char* argv[] = {name, nullptr};
-        if (QApplication::instance())
-            return;
-        const std::string screens = ::testing::TempDir() + "test_view_hidpi_screens.json";
-        std::ofstream(screens) << R"({"screens": [
-            {"name": "first", "x": 0, "y": 0, "width": 800, "height": 600, "dpr": 1},
-            {"name": "second", "x": 800, "y": 0, "width": 800, "height": 600, "dpr": 2}]})";
-        setenv("QT_QPA_PLATFORM", ("offscreen:configfile=" + screens).c_str(), 1);
-        setenv("QT_SCALE_FACTOR", "2", 1);
-        new QApplication(argc, argv); // lives for the rest of the run
-    }
-
     // A 100 x 60 canvas showing plot x 0..10, y 0..6: ten logical, twenty device pixels a unit.
     void SetUp() override
     {

@@ -3,26 +3,19 @@
 #include "CanvasWidget.h"
 #include "ScratchSettings.h"
 #include "ScriptedDialogs.h"
+#include "Widgets.h"
 #include "frmBackplot.h"
 
 #include <QAction>
 #include <QApplication>
-#include <QImage>
 #include <QKeyEvent>
 #include <QSettings>
 #include <QTest>
-#include <QTimer>
-#include <algorithm>
-#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 #include <optional>
-#include <ostream>
 #include <string>
 #include <vector>
-
-// Readable failure messages for Qt strings.
-inline void PrintTo(const QString& text, std::ostream* os) { *os << '"' << text.toStdString() << '"'; }
 
 namespace backplot::test {
 
@@ -37,38 +30,6 @@ namespace backplot::test {
 // the cut runs along row 165 over columns 90..570, the last rapid goes diagonally from
 // (570, 165) to (630, 225), then along row 225 to (690, 225).
 inline constexpr const char* Part = "G00 X10. Y-10.\r\nG01 X90.\r\nG00 X110. Y-20.\r\nM30\r\n";
-
-// Runs `handle` on the next modal dialog once it is up; `handle` closes it.
-inline void OnNextModal(std::function<void(QWidget*)> handle, int attempt = 0)
-{
-    QTimer::singleShot(attempt == 0 ? 0 : 10, [handle, attempt] {
-        if (QWidget* modal = QApplication::activeModalWidget())
-            handle(modal);
-        else if (attempt < 200)
-            OnNextModal(handle, attempt + 1);
-    });
-}
-
-inline int CountOf(const QImage& picture, const QColor& colour)
-{
-    int count = 0;
-    for (int y = 0; y < picture.height(); ++y)
-        for (int x = 0; x < picture.width(); ++x)
-            count += picture.pixelColor(x, y) == colour;
-    return count;
-}
-
-// The pixels in which two pictures differ; every pixel when their sizes differ.
-inline int Differences(const QImage& a, const QImage& b)
-{
-    if (a.size() != b.size())
-        return std::max(a.width() * a.height(), b.width() * b.height());
-    int count = 0;
-    for (int y = 0; y < a.height(); ++y)
-        for (int x = 0; x < a.width(); ++x)
-            count += a.pixel(x, y) != b.pixel(x, y);
-    return count;
-}
 
 // A main window on a scratch settings store, with scripted dialogs.
 class WindowFixture : public ::testing::Test {

@@ -11,8 +11,9 @@
 
 namespace backplot::test {
 
-// Dialogs for tests: everything asked is recorded; a message box answers with its first
-// button (OK or Yes), the open dialog with the next of OpenAnswers, cancelled when none is left.
+// Dialogs for tests: everything asked is recorded; a message box answers with Answer when
+// set, else with its first button (OK or Yes); the open dialog with the next of OpenAnswers,
+// cancelled when none is left.
 class ScriptedDialogs : public UserDialogs {
 public:
     struct ShownMessage {
@@ -38,7 +39,16 @@ public:
     MsgAnswer Message(const std::string& text, const std::string& title, MsgIcon icon, MsgButtons buttons) override
     {
         Messages.push_back({text, title, icon, buttons});
+        if (Answer)
+            return *Answer;
         return buttons == MsgButtons::YesNo || buttons == MsgButtons::YesNoCancel ? MsgAnswer::Yes : MsgAnswer::Ok;
+    }
+    std::vector<std::string> Texts() const
+    {
+        std::vector<std::string> texts;
+        for (const ShownMessage& box : Messages)
+            texts.push_back(box.Text);
+        return texts;
     }
     std::optional<std::string> OpenFileName(const std::string& title, const std::string& initialDir,
                                             const std::string& filterDescription,
@@ -92,6 +102,7 @@ public:
             OnPointer(pointer);
     }
 
+    std::optional<MsgAnswer> Answer;
     std::deque<std::optional<std::string>> OpenAnswers;
     std::deque<std::optional<std::string>> SaveAnswers;
     std::deque<std::string> PromptAnswers;
