@@ -33,29 +33,20 @@ TEST(RecentFiles, FiveOpensKeepTheLastFourNewestFirst)
     EXPECT_EQ(EntriesOf(RecentFiles()), (Entries{"/p/e.nc", "/p/d.nc", "/p/c.nc", "/p/b.nc"}));
 }
 
+// An entry is unused when its first eight characters are "Not Used", in that case.
 TEST(RecentFiles, UnusedEntriesAreNotMoved)
 {
     ScratchSettings scope;
     {
         QSettings raw(scope.RecentFilesFile(), QSettings::IniFormat);
-        raw.setValue("RecentFiles/RecentFile1", "/p/one.nc");
-        raw.setValue("RecentFiles/RecentFile2", "Not Used (cleared)");
-        raw.setValue("RecentFiles/RecentFile3", "/p/three.nc");
+        raw.setValue("RecentFiles/RecentFile1", "not used");
+        raw.setValue("RecentFiles/RecentFile2", "Not Usedx");
+        raw.setValue("RecentFiles/RecentFile3", " Not Used");
     }
     RecentFiles recent;
     recent.AddRecentFile("/p/new.nc");
     // 3 is copied to 4; 2 is unused, so nothing is copied into 3, which keeps its text.
-    EXPECT_EQ(EntriesOf(recent), (Entries{"/p/new.nc", "/p/one.nc", "/p/three.nc", "/p/three.nc"}));
-}
-
-TEST(RecentFiles, UsedMeansFirstEightCharactersAreNotNotUsed)
-{
-    const std::pair<const char*, bool> rows[] = {
-        {"Not Used", false}, {"Not Used yet", false}, {"Not Usedx", false}, {"not used", true},
-        {"Not Use", true},   {" Not Used", true},     {"/p/a.nc", true},
-    };
-    for (const auto& [entry, used] : rows)
-        EXPECT_EQ(RecentFiles::IsUsed(entry), used) << entry;
+    EXPECT_EQ(EntriesOf(recent), (Entries{"/p/new.nc", "not used", " Not Used", " Not Used"}));
 }
 
 } // namespace

@@ -41,21 +41,8 @@ TEST(frmAbout, ShowsTitleVersionQtAndLicenceLines)
 
 TEST(frmAbout, VersionLineNamesTheCommitOnlyWhenKnown)
 {
-    struct Row {
-        const char* name;
-        const char* version;
-        const char* commit;
-        const char* line;
-    };
-    const Row rows[] = {
-        {"no commit outside a git checkout", "5.0", "", "Version 5.0"},
-        {"short commit", "5.0", "7583e5a", "Version 5.0 (commit 7583e5a)"},
-        {"another version", "5.1.2", "0a1b2c3d4e", "Version 5.1.2 (commit 0a1b2c3d4e)"},
-    };
-    for (const Row& row : rows)
-        EXPECT_EQ(frmAbout::VersionLine(QString::fromLatin1(row.version), QString::fromLatin1(row.commit)),
-                  QString::fromLatin1(row.line))
-            << row.name;
+    EXPECT_EQ(frmAbout::VersionLine("5.0", ""), "Version 5.0"); // outside a git checkout
+    EXPECT_EQ(frmAbout::VersionLine("5.1.2", "0a1b2c3d4e"), "Version 5.1.2 (commit 0a1b2c3d4e)");
 }
 
 } // namespace
