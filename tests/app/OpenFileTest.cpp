@@ -64,11 +64,7 @@ TEST_F(OpenFile, ProgramFromTheDialogIsDrawnWithTheOpenMargin)
     EXPECT_EQ(Recent(1), path);
 
     const QImage picture = Picture();
-    struct Spot {
-        const char* what;
-        int x, y;
-        QColor colour;
-    };
+    struct Spot { const char* what; int x, y; QColor colour; };
     const Spot spots[] = {
         {"cut, first pixel", 90, 165, Blue},          {"cut, last pixel", 570, 165, Blue},
         {"left of the cut", 89, 165, White},          {"right of the cut", 571, 165, White},

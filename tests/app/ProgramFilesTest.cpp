@@ -66,12 +66,7 @@ TEST(ProgramFiles, FindsHelpAndSamplesInBuildAndInstalledLayouts)
 // writable (root, or a prefix in the user's home) but is no place for them.
 TEST(DataFolder, BesideABuildOrPortableProgramPerUserWhenInstalled)
 {
-    struct Row {
-        const char* name;
-        std::vector<const char*> files;
-        const char* programFolder;
-        bool beside;
-    };
+    struct Row { const char* name; std::vector<const char*> files; const char* programFolder; bool beside; };
     const Row rows[] = {
         {"build tree", {"build/app/help/index.html", "build/app/mill.nc"}, "build/app", true},
         {"portable folder", {"Backplot/"}, "Backplot", true},

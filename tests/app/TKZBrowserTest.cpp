@@ -37,11 +37,7 @@ TEST(TKZBrowser, PathRoundTripTypingAndChangeSignal)
 
 TEST(TKZBrowser, BrowseStartsAtTheFieldOrTheStartFolder)
 {
-    const struct {
-        const char* behaviour;
-        QString typed, answer, expectedStart, expectedPath;
-        int changes;
-    } rows[] = {
+    const struct { const char* behaviour; QString typed, answer, expectedStart, expectedPath; int changes; } rows[] = {
         {"empty field starts at the start folder", "", "/srv/chosen", "/srv/start", "/srv/chosen", 1},
         {"typed field starts there", " /srv/typed ", "/srv/chosen", "/srv/typed", "/srv/chosen", 1},
         {"cancel keeps the text", "/srv/typed", "", "/srv/typed", "/srv/typed", 0},

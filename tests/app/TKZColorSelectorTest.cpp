@@ -11,10 +11,7 @@ namespace {
 // Names follow 0xBBGGRR: the low byte is red, so index 1 (0x800000) is a dark blue.
 TEST(TKZColorSelector, ItemsAreThePaletteWithNamesAndSwatches)
 {
-    const struct {
-        const char* name;
-        QColor shown;
-    } expected[] = {
+    const struct { const char* name; QColor shown; } expected[] = {
         {"Black", {0, 0, 0}},           {"Dark Blue", {0, 0, 128}},      {"Dark Green", {0, 128, 0}},
         {"Dark Cyan", {0, 128, 128}},   {"Dark Red", {128, 0, 0}},       {"Dark Magenta", {128, 0, 128}},
         {"Dark Yellow", {128, 128, 0}}, {"Light Gray", {192, 192, 192}}, {"Dark Gray", {128, 128, 128}},

@@ -18,10 +18,7 @@
 namespace backplot {
 namespace {
 
-struct Ran {
-    int Status = -1;
-    std::string Out, Err;
-};
+struct Ran { int Status = -1; std::string Out, Err; };
 
 // Starts `program` with `args` in `folder`, not waited for: stdin, stdout and stderr on the
 // given descriptors; `environment` entries ("NAME" unsets, "NAME=VALUE" sets) and writes

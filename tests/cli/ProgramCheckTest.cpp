@@ -37,12 +37,7 @@ Places PlacesOf(const std::vector<Finding>& findings)
 TEST(ProgramCheck, EachRuleIsFoundOnItsLineAndNowhereElse)
 {
     using C = CheckCode;
-    const struct Row {
-        const char* rule;
-        const char* program;
-        bool mill;
-        Places expected;
-    } rows[] = {
+    const struct Row { const char* rule; const char* program; bool mill; Places expected; } rows[] = {
         {"implied decimals, zero and pointed numbers fine", "G0 X0 Y0\nG1 X25 Y1.\nG1 X3.\n", true,
          {{2, C::ImpliedDecimal}}},
         {"not one number", "G1 X1.\nG1 X1-2\n", true, {{2, C::MalformedNumber}}},
@@ -80,10 +75,7 @@ TEST(ProgramCheck, MessagesQuoteTheWordsAndWhatThePlotDoes)
     // From (0,0) to (10,0): half the chord is 5; I5.1 J0.5 put the centre at (5.1, 0.5),
     // radius 5.12445, the end 4.92544 from it; the long way round (sweep 191.4 degrees)
     // puts the new centre 1.12250 above the chord's middle.
-    const struct {
-        const char* program;
-        std::string message;
-    } rows[] = {
+    const struct { const char* program; std::string message; } rows[] = {
         {"G1 X25 Y-5000\n", "\"X25\" is read as 0.0025, \"Y-5000\" as -0.5: a number without a point counts in "
                             "ten-thousandths (\"X25.\" is 25)"},
         {"G2 X10. Y0 R4.\n", "\"R4.\" is shorter than half the chord (5): the arc keeps the previous centre X0 Y0 and "

@@ -20,10 +20,7 @@ using Numbers = std::vector<double>;
 
 // One exported file and what read_dxf.py must find in it: per row, the count and the
 // values of the first entity of that kind.
-struct Exported {
-    std::string Program, File;
-    std::map<std::string, Numbers> Expected;
-};
+struct Exported { std::string Program, File; std::map<std::string, Numbers> Expected; };
 
 std::vector<std::string> CorpusPrograms()
 {

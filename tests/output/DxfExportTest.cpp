@@ -155,12 +155,7 @@ TEST_F(DxfExportTest, ExampleProgramComesOutByteForByte)
 
 TEST_F(DxfExportTest, WhatTheRerunWrites)
 {
-    struct Row {
-        const char* behaviour;
-        const char* program;
-        std::string entities;
-        bool lathe = false;
-    };
+    struct Row { const char* behaviour; const char* program; std::string entities; bool lathe = false; };
     const Row rows[] = {
         {"lines, then circles, then arcs, whatever the program's order; machine Y",
          "G0 X2. Y0.\nG3 X0. Y2. I-2. J0.\nG1 X0. Y-3.\nG2 X0. Y-3. I0. J1.5\nG1 X-4.25 Y-3.\n",

@@ -18,9 +18,7 @@ using Lines = std::vector<std::string>;
 
 const std::string Rule(50, '-');
 
-struct Point {
-    float x, storedY, z;
-};
+struct Point { float x, storedY, z; };
 
 EntityRecord Record(std::int16_t moveType, const char* text, std::int32_t tool, Point start, Point end)
 {
@@ -108,11 +106,7 @@ TEST(DetailsReport, EachKindAndMachineGivesItsTable)
 
 TEST(DetailsReport, LineAngleIsRoundedToOneDecimal)
 {
-    struct Case {
-        const char* name;
-        Point start, end;
-        const char* angle;
-    };
+    struct Case { const char* name; Point start, end; const char* angle; };
     const Case cases[] = {
         {"DiagonalUpIs45", {0, 0, 0}, {1, -1, 0}, " Angle        45.0"},
         {"SamePointIs0", {4, -2, 0}, {4, -2, 0}, " Angle        0.0"},

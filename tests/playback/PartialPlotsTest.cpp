@@ -44,13 +44,8 @@ Message OnlyChanges(int n, MsgIcon icon)
 
 TEST(PartialPlots, ToolToToolDrawsFromOneChangeUpToTheNextInTheColourOfItsOrder)
 {
-    struct Case {
-        const char* name;
-        std::int16_t first, second;
-        std::vector<Drawn> cuts;
-        std::int16_t seen;
-        std::vector<Message> messages;
-    };
+    struct Case { const char* name; std::int16_t first, second; std::vector<Drawn> cuts; std::int16_t seen;
+        std::vector<Message> messages; };
     // Tools T1, T1, T2, T2, T1, T1: going back to T1 is the third tool change.
     const Case cases[] = {
         {"FirstChangeOnly", 1, 2, {{1, Palette(1)}, {2, Palette(1)}}, 2, {}},
@@ -98,14 +93,8 @@ TEST(PartialPlots, ChangeCountWrapsToTheDefaultColourAfterFifteen)
     all.push_back({18, Palette(1)}); // and the 17th starts again at 1
     const std::vector<Message> onlyOne{OnlyChanges(1, MsgIcon::None)};
 
-    struct Case {
-        const char* name;
-        bool toolZeroFirst;
-        std::int16_t first, second;
-        std::vector<Drawn> cuts;
-        std::int16_t seen;
-        std::vector<Message> messages;
-    };
+    struct Case { const char* name; bool toolZeroFirst; std::int16_t first, second; std::vector<Drawn> cuts;
+        std::int16_t seen; std::vector<Message> messages; };
     const Case cases[] = {
         {"FromTheFirstChange", true, 1, 30, all, 1, onlyOne},
         {"SixteenTurnsDrawingOnBeforeTheWrap", true, 16, 30, {{17, Blue}, {18, Palette(1)}}, 1, onlyOne},
@@ -153,15 +142,8 @@ TEST(PartialPlots, ToolToEofLeavesOnlyTheAxisAndCountsWhatToolToToolSaw)
 
 TEST(PartialPlots, PassEndResetsOnlyWhenTheWholeProgramWasRead)
 {
-    struct Case {
-        const char* name;
-        bool toolToTool;
-        std::int16_t plotLast;
-        std::int32_t curTool;
-        std::uint32_t color;
-        bool stepMode;
-        float endX;
-    };
+    struct Case { const char* name; bool toolToTool; std::int16_t plotLast; std::int32_t curTool; std::uint32_t color;
+        bool stepMode; float endX; };
     // Records 1..6 on tools 1, 1, 2, 2, 1, 1; before each pass CurrentColor is 0x123456 and
     // tool colours are on with an empty table, so reading a record keeps the colour.
     const Case cases[] = {
@@ -219,14 +201,8 @@ TEST(PartialPlots, ToolToEofPromptRemembersItsAnswer)
     rig.plots.PlotToolToTool(rig.canvas, 1, 2); // two tool changes seen
     rig.dialogs.Messages.clear();
 
-    struct Step {
-        const char* name;
-        const char* answer;
-        const char* defaultShown;
-        bool plotted;
-        std::vector<Message> messages;
-        const char* defaultAfter;
-    };
+    struct Step { const char* name; const char* answer; const char* defaultShown; bool plotted;
+        std::vector<Message> messages; const char* defaultAfter; };
     const Message notANumber{"\"abc\" is not a number. Enter a tool change number such as 1, 2 or 3.",
                              "Corvane Backplot", MsgIcon::Exclamation, MsgButtons::Ok};
     const Step steps[] = {
@@ -308,15 +284,8 @@ TEST(PartialPlots, ToolChangeColoursAreDistinctAndShowOnWhite)
 
 TEST(frmTool1, ToolToToolCommandPlotsOrRedrawsAfterTheDialog)
 {
-    struct Case {
-        const char* name;
-        const char* one;
-        const char* two;
-        bool ok;
-        std::vector<Drawn> cuts;
-        int redraws;
-        std::int16_t first, second;
-    };
+    struct Case { const char* name; const char* one; const char* two; bool ok; std::vector<Drawn> cuts; int redraws;
+        std::int16_t first, second; };
     const Case cases[] = {
         {"OkPlotsTheRangeTyped", "2", "3", true, {{3, ToolChangePalette[1]}, {4, ToolChangePalette[1]}}, 0, 2, 3},
         {"CancelRedrawsTheWholeProgram", "2", "3", false, {}, 1, 0, 0},

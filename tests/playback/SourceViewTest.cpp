@@ -24,11 +24,7 @@ std::string Mask(const std::vector<GCodeStyle>& styles)
 
 TEST(GCodeLexer, StylesWordsNumbersAndComments)
 {
-    struct Case {
-        const char* name;
-        const char* line;
-        const char* mask;
-    };
+    struct Case { const char* name; const char* line; const char* mask; };
     const Case cases[] = {
         {"AllKindsOfWords",
          "N10 G01 X-1.5 Y 2. F120 T2 P5 g1 (cut X1)\r\n",
@@ -117,12 +113,7 @@ TEST(SourceView, MarksExactlyOneLineAndScrollsItIntoView)
     QApplication::processEvents();
     ASSERT_LT(view.Editor()->SendScintilla(QsciScintilla::SCI_LINESONSCREEN), 50);
 
-    struct Step {
-        const char* name;
-        int line;
-        bool marked;
-        std::vector<int> lines;
-    };
+    struct Step { const char* name; int line; bool marked; std::vector<int> lines; };
     const Step steps[] = {
         {"FarDown", 150, true, {150}},
         {"BackUp", 3, true, {3}},

@@ -60,15 +60,8 @@ TEST(frmTool1, OkStoresTheNumbersTypedOrKeepsTheDialogOpenAndEveryOtherWayOutCan
     const auto warning = [](const char* text) {
         return Message{text, "Corvane Backplot", MsgIcon::Exclamation, MsgButtons::Ok};
     };
-    struct Case {
-        const char* name;
-        const char* one;
-        const char* two;
-        Action action;
-        std::int16_t first, second;
-        bool closed, cancelled;
-        std::vector<Message> messages;
-    };
+    struct Case { const char* name; const char* one; const char* two; Action action; std::int16_t first, second;
+        bool closed, cancelled; std::vector<Message> messages; };
     const Case cases[] = {
         {"BothNumbers", "3", "4", ok, 3, 4, true, false, {}},
         {"EmptyBoxKeepsItsValue", "", "7", ok, 2, 7, true, false, {}},

@@ -48,11 +48,7 @@ struct Fixture {
 
 TEST(EntityRenderer, RapidIsADottedDogLegThenSolid)
 {
-    struct Case {
-        const char* name;
-        float x1, y1, x2, y2, rapidLeg;
-        std::vector<Leg> legs;
-    };
+    struct Case { const char* name; float x1, y1, x2, y2, rapidLeg; std::vector<Leg> legs; };
     const Case cases[] = {
         {"LongInYDownward", 0, 0, 3, -10, 3, {{Kind::Line, 0, 0, 3, -3}, {Kind::LineTo, 3, -3, 3, -10}}},
         {"LongInYUpward", 0, 0, 3, 10, 3, {{Kind::Line, 0, 0, 3, 3}, {Kind::LineTo, 3, 3, 3, 10}}},
@@ -87,12 +83,7 @@ TEST(EntityRenderer, CutIsTwoHalvesTowardTheMiddleAndItsMidpoint)
 
 TEST(EntityRenderer, ArcsOffTheViewOrTooShortAreSkipped)
 {
-    struct Case {
-        const char* name;
-        std::int16_t moveType;
-        float cx, cy, radius, startDeg, endDeg;
-        bool drawn;
-    };
+    struct Case { const char* name; std::int16_t moveType; float cx, cy, radius, startDeg, endDeg; bool drawn; };
     const Case cases[] = {
         {"LeftAt1_5Radii", 3, -11.5f, 0, 1, 0, 90, true},   {"LeftAt2_5Radii", 3, -12.5f, 0, 1, 0, 90, false},
         {"RightAt2_5Radii", 3, 12.5f, 0, 1, 0, 90, false},  {"AboveAt2_5Radii", 2, 0, -12.5f, 1, 90, 0, false},

@@ -152,11 +152,7 @@ TEST(ViewCommands, ThousandsOfZoomInsLeaveAFiniteScale)
 
 TEST(ViewCommands, ReadoutShowsMachineUnitsWithTheMask)
 {
-    const struct {
-        float x, y;
-        bool mill;
-        std::pair<std::string, std::string> texts;
-    } rows[] = {
+    const struct { float x, y; bool mill; std::pair<std::string, std::string> texts; } rows[] = {
         {3, -2.5f, true, {" X 3.0", " Y 2.5"}},           // stored Y is negated back
         {3, -2.5f, false, {" Z 3.0", " X 5.0"}},          // lathe: Z across, X as a diameter
         {0.1234567f, 0, true, {" X 0.123457", " Y 0.0"}}, // at most six decimals, at least one

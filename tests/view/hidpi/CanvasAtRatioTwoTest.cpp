@@ -1,5 +1,5 @@
-// The canvas on a HiDPI screen, with QT_SCALE_FACTOR=2 on two offscreen screens side by
-// side: the first at ratio 2 (1 x 2), the second at 4 (2 x 2). See tests/CMakeLists.txt.
+// The canvas on a HiDPI screen: QT_SCALE_FACTOR=2 on two offscreen screens side by side, the
+// first at ratio 2 (1 x 2), the second at 4 (2 x 2).
 
 #include "CanvasWidget.h"
 
@@ -15,6 +15,11 @@
 
 namespace backplot {
 namespace {
+
+// Set before main makes the application, which fixes the ratio.
+[[maybe_unused]] const bool Screens =
+    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" BACKPLOT_SOURCE_DIR "/tests/view/hidpi/screens.json") &&
+    qputenv("QT_SCALE_FACTOR", "2");
 
 const QRgb Red = qRgb(255, 0, 0);
 const QRgb White = qRgb(255, 255, 255);
