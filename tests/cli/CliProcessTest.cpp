@@ -199,8 +199,7 @@ TEST(CliProcess, OutputsThatCannotBeWrittenWholeLeaveTheOldFile)
     std::filesystem::create_directory(out);
     const struct { std::vector<std::string> args; std::string name; bool print = false; } rows[] = {
         {{"render", program, "--size", "400x300"}, "picture.png"},
-        {{"render", program, "--size", "40x30"}, "picture.bmp"},
-        {{"dxf", program}, "drawing.dxf"},
+        {{"render", program, "--size", "40x30"}, "picture.bmp"}, {{"dxf", program}, "drawing.dxf"},
         {{"print", program}, "page.pdf", true},
     };
     for (const auto& row : rows) {
@@ -264,8 +263,7 @@ TEST(CliProcess, SignalsEndTheRunWithoutLeavingAnythingBehind)
         return false;
     };
     const struct { const char* stage; std::vector<std::string> args; int signal; } rows[] = {
-        {"listing", {"records", path, "--json"}, SIGTERM},
-        {"listing", {"records", path, "--json"}, SIGINT},
+        {"listing", {"records", path, "--json"}, SIGTERM}, {"listing", {"records", path, "--json"}, SIGINT},
         {"listing", {"records", path, "--json"}, SIGHUP},
         {"qt-runtime", {"print", path, "-o", (out / "page.pdf").string()}, SIGTERM},
         {".page.pdf-", {"print", path, "-o", (out / "page.pdf").string()}, SIGINT},

@@ -1,18 +1,8 @@
-"""A private desktop for end-to-end tests of the real window.
-
-One Desktop per test process: a virtual display (Xvfb), a session bus, the accessibility
-bus, and the program started on them with the accessibility bridge on. The user's own
-settings, data and runtime folders are never touched: each Desktop has folders of its own.
-
-The tests drive the window as a user does (xdotool keys and clicks) and read it as a
-screen reader does (pyatspi: names, roles, texts, enabled and checked states).
-Needs the system Python (/usr/bin/python3), where python3-pyatspi is installed.
-
-Besides the Desktop, this module holds the readers the tests share: what a screen reader
-hears from a node (`heard`), the open menu's items, the toolbar's buttons by tool tip, the
-status labels in their order, the companion CLI, and `Checks`, which collects the faults
-of a user path so that one run reports all of them.
-"""
+"""A private desktop for end-to-end tests of the real window: a virtual display (Xvfb), a
+session bus and the accessibility bus, with folders of its own (the user's are never
+touched). The tests drive the window as a user does (xdotool) and read it as a screen reader
+does (pyatspi, from the system Python); the readers they share are here too, with `Checks`,
+which collects the faults of a user path so that one run reports all of them."""
 
 import configparser
 import os
@@ -36,9 +26,8 @@ def check(condition, message):
 
 
 class Checks:
-    """The faults a user path finds, collected rather than raised at the first, so that a
-    wrong status text does not hide a wrong toolbar further on. Use `check` for what the
-    next step needs, `expect` for what the user reads; `done` fails with every fault."""
+    """Use `check` for what the next step needs, `expect` for what the user reads; `done`
+    fails with every fault, so that a wrong status text does not hide a wrong toolbar."""
 
     def __init__(self):
         self.faults = []
@@ -145,8 +134,7 @@ class Desktop:
     def write(self, name, text):
         path = os.path.join(self.folder, name)
         os.makedirs(os.path.dirname(path), exist_ok=True)
-        with open(path, "w") as out:
-            out.write(text)
+        open(path, "w").write(text)
         return path
 
     # ---- the program ----
@@ -221,10 +209,6 @@ class Desktop:
     def key(self, window, *keys):
         self.xdotool("windowfocus", "--sync", window)
         self.xdotool("key", "--clearmodifiers", *keys)
-
-    def type(self, window, text):
-        self.xdotool("windowfocus", "--sync", window)
-        self.xdotool("type", "--delay", "20", text)
 
     # Without a window manager nobody gives the focus back to a window when a box over it
     # closes: the test does, as a user's click would.

@@ -64,8 +64,7 @@ Exported Export(const std::string& program, const std::filesystem::path& out)
     EXPECT_EQ(c.Arcs.size(), arcRecords) << program;
     Exported e{program, out.string(), {{"EXTMIN", {scale.Left, scale.Top}},
                                        {"EXTMAX", {scale.Width, scale.Top + scale.Height}},
-                                       {"LINE", {double(c.Lines.size())}},
-                                       {"CIRCLE", {double(c.Circles.size())}},
+                                       {"LINE", {double(c.Lines.size())}}, {"CIRCLE", {double(c.Circles.size())}},
                                        {"ARC", {double(c.Arcs.size())}},
                                        {"OTHER", {0}}}};
     const auto then = [&e](const char* kind, std::initializer_list<double> values) {

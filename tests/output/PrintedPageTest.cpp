@@ -286,8 +286,7 @@ TEST(PageSurface, EachDrawStyleHasItsOwnRunsOfInkAndPaper)
     // dash-dot-dot.
     using Runs = std::vector<int>;
     const std::pair<DrawStyle, Runs> styles[] = {
-        {DrawStyle::Solid, {96}},
-        {DrawStyle::Dash, {16, 8, 16, 8, 16, 8, 16, 8}},
+        {DrawStyle::Solid, {96}}, {DrawStyle::Dash, {16, 8, 16, 8, 16, 8, 16, 8}},
         {DrawStyle::Dot, {4, 8, 4, 8, 4, 8, 4, 8, 4, 8, 4, 8, 4, 8, 4, 8}},
         {DrawStyle::DashDot, {16, 8, 4, 8, 16, 8, 4, 8, 16, 8}},
         {DrawStyle::DashDotDot, {16, 8, 4, 8, 4, 8, 16, 8, 4, 8, 4, 8}},

@@ -91,8 +91,7 @@ TEST(DetailsReport, EachKindAndMachineGivesItsTable)
           Rule, " Z end position-25.000000", " D end position30.000000", Rule, " Z center position-20.000000",
           " D center position30.000000", Rule, " Start angle  0.000000", " End angle    180.000000", Rule,
           " Radius       5.000000"}},
-        {"UnknownKindShowsTheHeadOnly", true, unknown, {}},
-        {"UnknownKindOnALatheToo", false, unknown, {}},
+        {"UnknownKindShowsTheHeadOnly", true, unknown, {}}, {"UnknownKindOnALatheToo", false, unknown, {}},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);

@@ -206,8 +206,7 @@ TEST(PartialPlots, ToolToEofPromptRemembersItsAnswer)
     const Message notANumber{"\"abc\" is not a number. Enter a tool change number such as 1, 2 or 3.",
                              "Corvane Backplot", MsgIcon::Exclamation, MsgButtons::Ok};
     const Step steps[] = {
-        {"FirstDefaultIsOne", "2", "1", true, {}, "2"},
-        {"CancelMakesTheDefaultZero", "", "2", false, {}, "0"},
+        {"FirstDefaultIsOne", "2", "1", true, {}, "2"}, {"CancelMakesTheDefaultZero", "", "2", false, {}, "0"},
         {"NotANumberChangesNothing", "abc", "0", false, {notANumber}, "0"},
         {"HalfRoundsToEven", "2.5", "0", true, {}, "2.5"},
         {"PastTheCountShowsTheMessage", " 3.5", "2.5", true, {OnlyChanges(2, MsgIcon::Information)}, "3.5"},

@@ -32,11 +32,9 @@ TEST(GCodeLexer, StylesWordsNumbersAndComments)
         {"CompactWords", "G1X2.Z-.5S900M3", "GGXXXXXXXFFFFGG"},
         {"BlanksAfterANumberAreNotPartOfIt", "M30   ", "GGG..."},
         {"ArcWords", "G02 I1. J-2. K0 R5", "GGG.XXX.XXXX.XX.XX"},
-        {"BlockDeleteIsAComment", "/N20 G00 X1.", "CCCCCCCCCCCC"},
-        {"SemicolonComment", "G0 X1;rapid", "GG.XXCCCCCC"},
+        {"BlockDeleteIsAComment", "/N20 G00 X1.", "CCCCCCCCCCCC"}, {"SemicolonComment", "G0 X1;rapid", "GG.XXCCCCCC"},
         {"QuoteAndCommaCommentsAsTheTranslatorCutsThere", "X1,Y2'Z3", "XXCCCCCC"},
-        {"LowerCaseIsNotRead", "g01 x1.", "......."},
-        {"LetterAtTheEnd", "G01 X", "GGG.X"},
+        {"LowerCaseIsNotRead", "g01 x1.", "......."}, {"LetterAtTheEnd", "G01 X", "GGG.X"},
         {"OtherWordsStayPlain", "G04 P1.5 L2", "GGG........"},
     };
     for (const Case& c : cases) {
@@ -115,11 +113,9 @@ TEST(SourceView, MarksExactlyOneLineAndScrollsItIntoView)
 
     struct Step { const char* name; int line; bool marked; std::vector<int> lines; };
     const Step steps[] = {
-        {"FarDown", 150, true, {150}},
-        {"BackUp", 3, true, {3}},
+        {"FarDown", 150, true, {150}}, {"BackUp", 3, true, {3}},
         {"LastLine", 201, true, {201}}, // the empty line after the last CR LF
-        {"PastTheEndRemovesTheMark", 202, false, {}},
-        {"ZeroRemovesTheMark", 0, false, {}},
+        {"PastTheEndRemovesTheMark", 202, false, {}}, {"ZeroRemovesTheMark", 0, false, {}},
         {"AgainAfterNone", 77, true, {77}},
     };
     for (const Step& s : steps) {
@@ -211,10 +207,8 @@ TEST(StepListing, WritesLinesAtTheCurrentLine)
         const char* all;
     };
     const Step steps[] = {
-        {"FirstLine", 1, "G00 X1.", "G00 X1."},
-        {"Appends", 2, "G01 X2.", "G00 X1.\nG01 X2."},
-        {"Replaces", 1, "N5", "N5\nG01 X2."},
-        {"SameLineAgain", 0, "N6", "N6\nG01 X2."},
+        {"FirstLine", 1, "G00 X1.", "G00 X1."}, {"Appends", 2, "G01 X2.", "G00 X1.\nG01 X2."},
+        {"Replaces", 1, "N5", "N5\nG01 X2."}, {"SameLineAgain", 0, "N6", "N6\nG01 X2."},
         {"GapFilledWithEmptyLines", 5, "X9", "N6\nG01 X2.\n\n\nX9"},
         {"BelowOneCountsAsOne", -3, "N7", "N7\nG01 X2.\n\n\nX9"},
     };

@@ -71,8 +71,7 @@ TEST(frmTool1, OkStoresTheNumbersTypedOrKeepsTheDialogOpenAndEveryOtherWayOutCan
          {warning("\"x\" is not a number. Enter a tool change number such as 1, 2 or 3.")}},
         {"PastSixteenBits", "40000", "1", ok, 2, 5, false, false,
          {warning("The tool number \"40000\" is out of range. Enter a tool change number such as 1, 2 or 3.")}},
-        {"CancelButton", "9", "9", cancel, 2, 5, true, true, {}},
-        {"Escape", "9", "9", escape, 2, 5, true, true, {}},
+        {"CancelButton", "9", "9", cancel, 2, 5, true, true, {}}, {"Escape", "9", "9", escape, 2, 5, true, true, {}},
         {"CloseBox", "9", "9", closeBox, 2, 5, true, true, {}},
     };
     for (const Case& c : cases) {

@@ -40,8 +40,7 @@ TEST(Driver, NormaliseFileKeepsPrintableCharactersAndEndsLinesWithCrLf)
     const struct { const char* name; std::string in, out; } rows[] = {
         {"CR LF", "G1 X1.\r\nG1 X2.\r\n", "G1 X1.\r\nG1 X2.\r\n"},
         {"LF only", "G1 X1.\nG1 X2.\n", "G1 X1.\r\nG1 X2.\r\n"},
-        {"CR only is one line", "G1 X1.\rG1 X2.\r", "G1 X1.G1 X2."},
-        {"no final line end", "G1 X1.", "G1 X1."},
+        {"CR only is one line", "G1 X1.\rG1 X2.\r", "G1 X1.G1 X2."}, {"no final line end", "G1 X1.", "G1 X1."},
         {"every byte value", all, "\r\n" + printable},
     };
     for (const auto& row : rows) {
@@ -274,8 +273,7 @@ TEST(Driver, HostileInputNeitherCrashesNorHangs)
     const std::string longLine = "G1 X1. " + std::string(100000, 'M');
     constexpr std::size_t Any = SIZE_MAX;
     const struct { const char* name; std::string program; std::size_t records, boxes; } rows[] = {
-        {"random bytes", noise, Any, Any},
-        {"NUL bytes", std::string("\0G1\0 X1.\0\n\0\0", 12), 1, 0},
+        {"random bytes", noise, Any, Any}, {"NUL bytes", std::string("\0G1\0 X1.\0\n\0\0", 12), 1, 0},
         {"one 100,000-character line without a line end", longLine, 1, 0},
         {"100,000 digits overflow", "G1 X" + std::string(100000, '9') + "\n", 0, 1},
         {"only comments", "(A)\n(B)\n/G1 X1.\n", 0, 0},

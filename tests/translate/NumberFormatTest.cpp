@@ -18,8 +18,7 @@ TEST(NumberFormat, MasksRoundOnFifteenDigitsHalvesAwayFromZero)
         {-0.000001, 1, 5, "-0.0"},   // rounds to zero but keeps its minus
         {1e-14, 1, 5, "0.0"}, {2.5, 1, 1, "2.5"}, {0.25, 1, 1, "0.3"}, {-0.25, 1, 1, "-0.3"},
         {1.15, 1, 1, "1.2"}, // 1.1499999999999999 on seventeen digits
-        {1.0 / 3.0, 6, 6, "0.333333"}, {123456789.0, 1, 5, "123456789.0"},
-        {1e20, 1, 1, "100000000000000000000.0"},
+        {1.0 / 3.0, 6, 6, "0.333333"}, {123456789.0, 1, 5, "123456789.0"}, {1e20, 1, 1, "100000000000000000000.0"},
     };
     for (const auto& row : rows)
         EXPECT_EQ(FormatDecimals(row.value, row.minDecimals, row.maxDecimals), row.expected)

@@ -41,13 +41,10 @@ TEST(Plotter, TruncatedRecordFileIsReadUpToItsLastWholeRecord)
     };
     // Ends at (1,-1), (2,-2), (3,-3), then a circle of radius 5 about (10,10).
     const Case cases[] = {
-        {"AllFour", 4 * 128, 4, {1, -3, 15, 15}},
-        {"HalfOfTheFourthRoundsToEven", 3 * 128 + 64, 4, {1, -3, 3, -1}},
+        {"AllFour", 4 * 128, 4, {1, -3, 15, 15}}, {"HalfOfTheFourthRoundsToEven", 3 * 128 + 64, 4, {1, -3, 3, -1}},
         {"HalfOfTheThirdRoundsToEven", 2 * 128 + 64, 2, {1, -2, 2, -1}},
-        {"JustOverHalfRoundsUp", 2 * 128 + 65, 3, {1, -2, 2, -1}},
-        {"OnlyPartOfTheFirst", 100, 1, {0, 0, 0, 0}},
-        {"LessThanHalfOfTheFirst", 50, 0, {0, 0, 0, 0}},
-        {"Empty", 0, 0, {0, 0, 0, 0}},
+        {"JustOverHalfRoundsUp", 2 * 128 + 65, 3, {1, -2, 2, -1}}, {"OnlyPartOfTheFirst", 100, 1, {0, 0, 0, 0}},
+        {"LessThanHalfOfTheFirst", 50, 0, {0, 0, 0, 0}}, {"Empty", 0, 0, {0, 0, 0, 0}},
     };
     EntityRecord circle = Arc(2, 10, 10, 5, 0, 0);
     circle.EndX = 3, circle.EndY = -3;

@@ -53,8 +53,7 @@ TEST(ViewCommands, PanStepsMoveExactlyHalfAUnitAtAnyZoom)
         float dx, dy; // change of the view window's edges
     } steps[] = {
         {"left: the drawing moves left", &ViewCommands::PanLeft, 0.5f, 0},
-        {"right", &ViewCommands::PanRight, -0.5f, 0},
-        {"up: the drawing moves up", &ViewCommands::PanUp, 0, 0.5f},
+        {"right", &ViewCommands::PanRight, -0.5f, 0}, {"up: the drawing moves up", &ViewCommands::PanUp, 0, 0.5f},
         {"down", &ViewCommands::PanDown, 0, -0.5f},
     };
     for (const int zoomIns : {0, 4}) {
@@ -156,8 +155,7 @@ TEST(ViewCommands, ReadoutShowsMachineUnitsWithTheMask)
         {3, -2.5f, true, {" X 3.0", " Y 2.5"}},           // stored Y is negated back
         {3, -2.5f, false, {" Z 3.0", " X 5.0"}},          // lathe: Z across, X as a diameter
         {0.1234567f, 0, true, {" X 0.123457", " Y 0.0"}}, // at most six decimals, at least one
-        {-1.25f, 4, true, {" X -1.25", " Y -4.0"}},
-        {-1.25f, 4, false, {" Z -1.25", " X -8.0"}},
+        {-1.25f, 4, true, {" X -1.25", " Y -4.0"}}, {-1.25f, 4, false, {" Z -1.25", " X -8.0"}},
     };
     for (const auto& row : rows)
         EXPECT_EQ(ViewCommands::Readout(row.x, row.y, row.mill), row.texts);
