@@ -31,7 +31,8 @@ if(no_records)
 endif()
 file(REMOVE_RECURSE ${home})
 
-# ---- Exactly these files, no more, no fewer ----
+# ---- Exactly these files, no more, no fewer: the programs, the desktop files, every page of
+# the guide and every sample of the source tree, the icon in each size ----
 set(expected
   bin/backplot
   bin/backplot-cli
@@ -41,37 +42,18 @@ set(expected
   share/man/man1/backplot.1.gz
   share/applications/tarvo-backplot.desktop
   share/doc/tarvo-backplot/LICENSE
-  share/icons/hicolor/128x128/apps/tarvo-backplot.png
-  share/icons/hicolor/16x16/apps/tarvo-backplot.png
-  share/icons/hicolor/22x22/apps/tarvo-backplot.png
-  share/icons/hicolor/24x24/apps/tarvo-backplot.png
-  share/icons/hicolor/256x256/apps/tarvo-backplot.png
-  share/icons/hicolor/32x32/apps/tarvo-backplot.png
-  share/icons/hicolor/48x48/apps/tarvo-backplot.png
-  share/icons/hicolor/64x64/apps/tarvo-backplot.png
   share/icons/hicolor/scalable/apps/tarvo-backplot.svg
   share/metainfo/com.corvane.tarvo_backplot.metainfo.xml
-  share/mime/packages/tarvo-backplot.xml
-  share/tarvo-backplot/examples/lathe_shaft.nc
-  share/tarvo-backplot/examples/mill_incremental.nc
-  share/tarvo-backplot/examples/mill_pocket_plate.nc
-  share/tarvo-backplot/help/blocks.html
-  share/tarvo-backplot/help/cli.html
-  share/tarvo-backplot/help/files.html
-  share/tarvo-backplot/help/help.css
-  share/tarvo-backplot/help/index.html
-  share/tarvo-backplot/help/keys.html
-  share/tarvo-backplot/help/messages.html
-  share/tarvo-backplot/help/mill-lathe.html
-  share/tarvo-backplot/help/opening.html
-  share/tarvo-backplot/help/output.html
-  share/tarvo-backplot/help/partial.html
-  share/tarvo-backplot/help/plot.html
-  share/tarvo-backplot/help/properties.html
-  share/tarvo-backplot/help/slow-motion.html
-  share/tarvo-backplot/help/stepping.html
-  share/tarvo-backplot/help/troubleshooting.html
-  share/tarvo-backplot/help/zoom-pan.html)
+  share/mime/packages/tarvo-backplot.xml)
+file(GLOB guide RELATIVE ${SOURCE_DIR}/docs ${SOURCE_DIR}/docs/help/*.html ${SOURCE_DIR}/docs/help/*.css)
+file(GLOB samples RELATIVE ${SOURCE_DIR} ${SOURCE_DIR}/examples/*.nc)
+list(TRANSFORM guide PREPEND share/tarvo-backplot/)
+list(TRANSFORM samples PREPEND share/tarvo-backplot/)
+set(icon_sizes 16 22 24 32 48 64 128 256)
+foreach(size IN LISTS icon_sizes)
+  list(APPEND expected share/icons/hicolor/${size}x${size}/apps/tarvo-backplot.png)
+endforeach()
+list(APPEND expected ${guide} ${samples})
 file(GLOB_RECURSE installed LIST_DIRECTORIES false RELATIVE ${PREFIX} ${PREFIX}/*)
 list(SORT installed)
 list(SORT expected)
@@ -252,7 +234,7 @@ else()
 endif()
 
 # ---- The icons: PNG files of the size their folder names ----
-foreach(size 16 22 24 32 48 64 128 256)
+foreach(size IN LISTS icon_sizes)
   set(png ${PREFIX}/share/icons/hicolor/${size}x${size}/apps/tarvo-backplot.png)
   file(READ ${png} header LIMIT 24 HEX)
   string(SUBSTRING "${header}" 0 16 signature)
