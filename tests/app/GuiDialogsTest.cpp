@@ -20,8 +20,7 @@ TEST(GuiDialogs, MessageBoxHasTheIconButtonsAndTitleAsked)
     using Box = QMessageBox;
     const std::tuple<MsgIcon, MsgButtons, Box::Icon, Box::StandardButtons, Box::StandardButton, MsgAnswer> rows[] = {
         {MsgIcon::Critical, MsgButtons::Ok, Box::Critical, Box::Ok, Box::Ok, MsgAnswer::Ok},
-        {MsgIcon::Exclamation, MsgButtons::OkCancel, Box::Warning, Box::Ok | Box::Cancel, Box::Cancel,
-         MsgAnswer::Cancel},
+        {MsgIcon::Exclamation, MsgButtons::OkCancel, Box::Warning, Box::Ok | Box::Cancel, Box::Cancel, MsgAnswer::Cancel},
         {MsgIcon::Question, MsgButtons::YesNo, Box::Question, Box::Yes | Box::No, Box::No, MsgAnswer::No},
         {MsgIcon::Information, MsgButtons::YesNoCancel, Box::Information, Box::Yes | Box::No | Box::Cancel, Box::Yes,
          MsgAnswer::Yes},

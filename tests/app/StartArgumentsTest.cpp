@@ -10,13 +10,8 @@ namespace {
 TEST(StartArguments, ParsesOneOptionalProgramFileHelpAndVersion)
 {
     using Kind = StartArguments::Kind;
-    struct Row {
-        const char* name;
-        QStringList arguments;
-        Kind what;
-        const char* path;
-        const char* text; // the usage error, or the start of the help or version text
-    };
+    // text: the usage error, or the start of the help or version text.
+    struct Row { const char* name; QStringList arguments; Kind what; const char* path; const char* text; };
     const Row rows[] = {
         {"no argument opens nothing", {}, Kind::Open, "", ""},
         {"a relative path is taken from the current folder", {"parts/a.nc"}, Kind::Open, "/work/shop/parts/a.nc", ""},
@@ -52,11 +47,7 @@ TEST_F(StartWindow, NamedProgramIsOpenedOnceTheWindowRunsAsIfChosenInTheDialog)
     const std::string missing = programs.Folder() + "gone.nc";
     const std::string empty = programs.Write("empty.nc", "");
     const std::string part = programs.Write("bracket.nc", TwoRecords);
-    const struct {
-        const char* behaviour;
-        std::string path;
-        std::string message; // shown as an error, or none
-    } rows[] = {
+    const struct { const char* behaviour; std::string path, message; } rows[] = { // message: the error shown, or none
         {"no program given opens nothing", "", ""},
         {"a missing program is named", missing,
          "The program file " + missing + " cannot be opened: there is no such file."},
