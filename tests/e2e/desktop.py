@@ -524,6 +524,21 @@ def close_menu(desktop, frame, popup):
         wait_for("the menu bar to let the keyboard go", lambda: not has_state(bar, pyatspi.STATE_FOCUSED))
 
 
+def open_properties(d, main_window, frame, app):
+    """Options > Properties... from the keyboard: the dialog's accessible node once shown."""
+    open_menu(d, main_window, frame, "Options", "alt+o")
+    d.press("p")
+    d.window("Properties")
+    return top_window(app, "Properties")
+
+
+def exit_program(d, main_window, frame):
+    """File > Exit from the keyboard: the program's exit status."""
+    open_menu(d, main_window, frame, "File", "alt+f")
+    d.press("x")
+    return d.wait_exit()
+
+
 def meaningful(name):
     """A name that says something: not empty, not only blanks and punctuation."""
     return any(unicodedata.category(c)[0] in "LN" for c in name or "")

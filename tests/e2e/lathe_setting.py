@@ -9,8 +9,9 @@ import configparser
 import os
 import sys
 
-from desktop import (Checks, Desktop, check, checked, cli, enabled, extents, find_one, heard, open_menu, press_button,
-                     reads, role_named, showing, status_labels, text_of, top_window, wait_for, wait_reading)
+from desktop import (Checks, Desktop, check, checked, cli, enabled, exit_program, extents, find_one, heard, open_menu,
+                     open_properties, press_button, reads, role_named, showing, status_labels, text_of, top_window,
+                     wait_for, wait_reading)
 
 RECORD = 2  # "N20 G0 X50. Z10.": a lathe rapid, which a milling translation stores quite differently
 NUMBER = r"(-?\d+\.\d{1,6})"  # the readout's mask "##0.0#####"
@@ -21,19 +22,6 @@ def stored_mill(d):
     parser.optionxform = str
     parser.read(d.settings_file())
     return parser.get("Settings", "Mill", fallback=None)
-
-
-def open_properties(d, main_window, frame, app):
-    open_menu(d, main_window, frame, "Options", "alt+o")
-    d.press("p")
-    d.window("Properties")
-    return top_window(app, "Properties")
-
-
-def exit_program(d, main_window, frame):
-    open_menu(d, main_window, frame, "File", "alt+f")
-    d.press("x")
-    return d.wait_exit()
 
 
 def main(program):

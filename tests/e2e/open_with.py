@@ -11,7 +11,7 @@ import socket
 import subprocess
 import sys
 
-from desktop import Checks, Desktop, check, heard, reads, status_labels, wait_for, wait_reading
+from desktop import (Checks, Desktop, exit_program, heard, reads, status_labels, wait_for, wait_reading)
 
 EDITED = "G00 X0. Y0.\nG01 X40. Y-30.\nG01 X0.\nM30\n"
 
@@ -61,9 +61,7 @@ def main(program):
         d.xdotool("windowmove", "--sync", main_window, "120", "70")
         left = wait_for("the new geometry", lambda: (lambda g: g if g == (120, 70, 900, 640) else None)(
             geometry(d, main_window)), 20)
-        d.key(main_window, "alt+f")
-        d.press("x")
-        checks.equal("exit status", d.wait_exit(), 0)
+        checks.equal("exit status", exit_program(d, main_window, frame), 0)
         main_window, app, frame = d.start_shown(program)
         checks.equal("geometry after a restart", geometry(d, main_window), left)
     checks.done()

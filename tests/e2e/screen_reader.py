@@ -8,8 +8,8 @@ left them, and their Toggle action sets the aid as a click does."""
 
 import sys
 
-from desktop import (Checks, Desktop, TestFailure, check, checked, close_menu, enabled, find_all, meaningful,
-                     open_menu, press_button, role_named, showing, shown_popup, status_labels, toolbar_buttons,
+from desktop import (Checks, Desktop, TestFailure, check, checked, close_menu, enabled, find_all, meaningful, open_menu,
+                     open_properties, press_button, role_named, showing, shown_popup, status_labels, toolbar_buttons,
                      top_window, wait_for)
 
 
@@ -115,10 +115,7 @@ def main(program):
         d.wait_gone("Details")
 
         # 4. The properties dialog; Lathe chosen through the bus must make Apply usable.
-        open_menu(d, main_window, frame, "Options", "alt+o")
-        d.press("p")
-        d.window("Properties")
-        properties = top_window(app, "Properties")
+        properties = open_properties(d, main_window, frame, app)
         audit(checks, properties, "the Properties dialog (Files page)")
         lathe = role_named(properties, pyatspi.ROLE_RADIO_BUTTON, "Lathe")
         apply = role_named(properties, pyatspi.ROLE_PUSH_BUTTON, "Apply")

@@ -12,15 +12,10 @@ def main(program):
         work = os.path.dirname(d.write("work/part", "G1 X1. Y1.\n"))
         d.write("work/empty.nc", "")
         d.store_settings(**{"Work_Dir": work})
-        d.start(program)
-
-        main_window = d.window("Tarvo Backplot")
-        check(d.xdotool("getwindowname", main_window) == "Tarvo Backplot", "main window title")
-        app = d.accessible_app()
+        main_window, app, frame = d.start_shown(program)  # the windows are found by their exact titles
 
         d.key(main_window, "ctrl+o")
         dialog = d.window("Open File")
-        check(d.xdotool("getwindowname", dialog) == "Open File", "open dialog title")
         wait_for("'part' listed in the open dialog", lambda: find_all(app, lambda n: n.name == "part"))
 
         set_field(app, "empty.nc")
