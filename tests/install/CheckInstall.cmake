@@ -122,10 +122,6 @@ foreach(line
     fail("the .desktop file lacks the line '${line}'")
   endif()
 endforeach()
-list(GET desktop_lines 0 first_line)
-if(NOT first_line STREQUAL "[Desktop Entry]")
-  fail("the .desktop file does not start with its group header")
-endif()
 
 # ---- The menu entry and the software centre's entry pass their validators without a word ----
 set(metainfo ${PREFIX}/share/metainfo/com.corvane.tarvo_backplot.metainfo.xml)
