@@ -156,11 +156,7 @@ TEST_F(Properties, LoadShowsTheSettingsAndMarksNothing)
 // Each edit marks its own page, and the timer then enables Apply.
 TEST_F(Properties, EditsMarkTheirPage)
 {
-    const struct {
-        const char* behaviour;
-        std::function<void(Properties&)> edit;
-        int page;
-    } rows[] = {
+    const struct { const char* behaviour; std::function<void(Properties&)> edit; int page; } rows[] = {
         {"extension typed", [](Properties& t) { t.Text("txtExt")->setText("*.tap"); }, 1},
         {"folder typed", [](Properties& t) { t.Find<TKZBrowser>("TKZBrowser1")->SetPath("/tmp"); }, 1},
         {"lathe chosen", [](Properties& t) { t.Find<QRadioButton>("chkOpen1")->click(); }, 1},
@@ -242,12 +238,23 @@ TEST_F(Properties, ApplyWritesOnlyTheLastMarkedPage)
 
 TEST_F(Properties, EachPageWritesItsSettings)
 {
-    const test::ScratchDir folder;
-    const QString existing = QString::fromStdString(folder.Path().string());
     Open();
     Text("txtExt")->setText("  *.nc ");
-    Find<TKZBrowser>("TKZBrowser1")->SetPath(existing);
     Find<QRadioButton>("chkOpen1")->click();
+    // A work folder that does not exist: refused, nothing of the page written, still pending.
+    Find<TKZBrowser>("TKZBrowser1")->SetPath("/no/such/folder");
+    Apply();
+    ASSERT_EQ(dialogs.Messages.size(), 1u);
+    EXPECT_EQ(dialogs.Messages[0].Text,
+              "The folder \"/no/such/folder\" does not exist.\r\nChoose an existing folder for the work directory.");
+    EXPECT_EQ(settings.FileExt, "*.*");
+    EXPECT_TRUE(settings.Mill);
+    EXPECT_TRUE(millApplied.empty());
+    EXPECT_EQ(dialog->PendingPage(), 1);
+
+    const test::ScratchDir folder;
+    const QString existing = QString::fromStdString(folder.Path().string());
+    Find<TKZBrowser>("TKZBrowser1")->SetPath(existing);
     ASSERT_TRUE(dialog->ApplyChanges(1));
     EXPECT_EQ(settings.FileExt, "*.nc");
     EXPECT_EQ(settings.WorkDir, existing.toStdString());
@@ -320,22 +327,6 @@ TEST_F(Properties, ToolNumbersThatAreNotWholeNumbersAreRefused)
         EXPECT_EQ(dialog->PendingPage(), 5) << bad;
         EXPECT_EQ(Find<QTabWidget>("TabProp")->currentIndex(), 4) << bad;
     }
-}
-
-TEST_F(Properties, MissingWorkFolderIsRefused)
-{
-    Open();
-    Text("txtExt")->setText("*.nc");
-    Find<TKZBrowser>("TKZBrowser1")->SetPath("/no/such/folder");
-    Find<QRadioButton>("chkOpen1")->click();
-    Apply();
-    ASSERT_EQ(dialogs.Messages.size(), 1u);
-    EXPECT_EQ(dialogs.Messages[0].Text,
-              "The folder \"/no/such/folder\" does not exist.\r\nChoose an existing folder for the work directory.");
-    EXPECT_EQ(settings.FileExt, "*.*");
-    EXPECT_TRUE(settings.Mill);
-    EXPECT_TRUE(millApplied.empty());
-    EXPECT_EQ(dialog->PendingPage(), 1);
 }
 
 // The preview is drawn as the canvas draws the axis: dash 18 pixels on, 6 off.
