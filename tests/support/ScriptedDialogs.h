@@ -7,6 +7,7 @@
 #include <optional>
 #include <ostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace backplot::test {
@@ -55,11 +56,7 @@ public:
                                             const std::string& filterPattern) override
     {
         OpenRequests.push_back({title, initialDir, filterDescription, filterPattern});
-        if (OpenAnswers.empty())
-            return std::nullopt;
-        const auto answer = OpenAnswers.front();
-        OpenAnswers.pop_front();
-        return answer;
+        return Next(OpenAnswers);
     }
     struct SaveRequest {
         std::string Title, InitialDir;
@@ -71,20 +68,22 @@ public:
                                             const std::vector<FileFilter>& filters, bool fileMustExist) override
     {
         SaveRequests.push_back({title, initialDir, filters, fileMustExist});
-        if (SaveAnswers.empty())
-            return std::nullopt;
-        const auto answer = SaveAnswers.front();
-        SaveAnswers.pop_front();
-        return answer;
+        return Next(SaveAnswers);
     }
     // The prompt answers with the next of PromptAnswers; an empty text (a cancel) when none is left.
     std::string TextPrompt(const std::string& prompt, const std::string& title, const std::string& defaultText) override
     {
         Prompts.push_back({prompt, title, defaultText});
-        if (PromptAnswers.empty())
-            return {};
-        const std::string answer = PromptAnswers.front();
-        PromptAnswers.pop_front();
+        return Next(PromptAnswers);
+    }
+    // The next scripted answer; none (a cancel) once the script has run out.
+    template <typename T>
+    static T Next(std::deque<T>& answers)
+    {
+        if (answers.empty())
+            return T();
+        T answer = std::move(answers.front());
+        answers.pop_front();
         return answer;
     }
     bool PrinterSetup() override
