@@ -23,13 +23,6 @@ namespace fs = std::filesystem;
 fs::path GuideFolder() { return test::SourceDir() / "docs" / "help"; }
 QString GuidePage(const char* name) { return QString::fromStdString((GuideFolder() / name).string()); }
 
-QToolButton* Button(HelpWindow* help, const char* name)
-{
-    auto* button = help->findChild<QToolButton*>(QString::fromLatin1(name));
-    EXPECT_NE(button, nullptr) << name;
-    return button;
-}
-
 // Clicks the middle of the first text `text` in the page, as a user clicks a link.
 void ClickText(QTextBrowser* browser, const QString& text)
 {
@@ -49,6 +42,7 @@ TEST(HelpWindow, OpensAtTheContentsFollowsLinksAndComesBackToTheContents)
     ScriptedDialogs dialogs;
     HelpWindow* help = HelpWindow::ShowContents(owner, dialogs, GuidePage("index.html"));
     ASSERT_NE(help, nullptr);
+    const auto button = [help](const char* name) { return test::Child<QToolButton>(*help, name); };
     QApplication::processEvents();
 
     // A window of its own beside the owner, not a modal dialog.
@@ -59,25 +53,25 @@ TEST(HelpWindow, OpensAtTheContentsFollowsLinksAndComesBackToTheContents)
     EXPECT_EQ(help->windowTitle(), QStringLiteral("Tarvo Backplot Help"));
     EXPECT_EQ(Page(help), QStringLiteral("index.html"));
     EXPECT_EQ(help->browser()->documentTitle(), QStringLiteral("Tarvo Backplot Help"));
-    EXPECT_FALSE(Button(help, "cmdBack")->isEnabled());
-    EXPECT_FALSE(Button(help, "cmdForward")->isEnabled());
+    EXPECT_FALSE(button("cmdBack")->isEnabled());
+    EXPECT_FALSE(button("cmdForward")->isEnabled());
 
     ClickText(help->browser(), QStringLiteral("Opening a program"));
     EXPECT_EQ(Page(help), QStringLiteral("opening.html"));
     EXPECT_EQ(help->browser()->documentTitle(), QStringLiteral("Opening a program"));
-    EXPECT_TRUE(Button(help, "cmdBack")->isEnabled());
+    EXPECT_TRUE(button("cmdBack")->isEnabled());
 
     // A link to a section of another page.
     ClickText(help->browser(), QStringLiteral("Files page"));
     EXPECT_EQ(Page(help), QStringLiteral("properties.html"));
     EXPECT_EQ(help->browser()->source().fragment(), QStringLiteral("files"));
 
-    Button(help, "cmdBack")->click();
+    button("cmdBack")->click();
     EXPECT_EQ(Page(help), QStringLiteral("opening.html"));
-    EXPECT_TRUE(Button(help, "cmdForward")->isEnabled());
-    Button(help, "cmdForward")->click();
+    EXPECT_TRUE(button("cmdForward")->isEnabled());
+    button("cmdForward")->click();
     EXPECT_EQ(Page(help), QStringLiteral("properties.html"));
-    Button(help, "cmdHome")->click();
+    button("cmdHome")->click();
     EXPECT_EQ(Page(help), QStringLiteral("index.html"));
 
     // Asked again after closing: the same window, at the contents again.

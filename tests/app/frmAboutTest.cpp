@@ -1,3 +1,4 @@
+#include "Widgets.h"
 #include "frmAbout.h"
 
 #include <QApplication>
@@ -10,30 +11,23 @@
 namespace backplot {
 namespace {
 
-QString LabelText(const frmAbout& about, const char* name)
-{
-    const auto* label = about.findChild<QLabel*>(QString::fromLatin1(name));
-    EXPECT_NE(label, nullptr) << name;
-    return label ? label->text() : QString();
-}
-
 TEST(frmAbout, ShowsTitleVersionQtAndLicenceLines)
 {
     frmAbout about;
+    const auto LabelText = [&about](const char* name) { return test::Child<QLabel>(about, name)->text(); };
     EXPECT_EQ(about.windowTitle(), QStringLiteral("About Tarvo Backplot"));
-    EXPECT_EQ(LabelText(about, "lblTitle"), QStringLiteral("Tarvo Backplot V5.0"));
+    EXPECT_EQ(LabelText("lblTitle"), QStringLiteral("Tarvo Backplot V5.0"));
     // This build's version, and its commit when it was configured from a git checkout.
-    const QString version = LabelText(about, "lblVersion");
+    const QString version = LabelText("lblVersion");
     EXPECT_TRUE(QRegularExpression(QStringLiteral("^Version 5\\.0( \\(commit [0-9a-f]{7,}\\))?$"))
                     .match(version)
                     .hasMatch())
         << version.toStdString();
     // The Qt library the program runs on, not the one it was compiled against.
-    EXPECT_EQ(LabelText(about, "lblQtVersion"), QStringLiteral("Qt ") + QString::fromLatin1(qVersion()));
-    EXPECT_EQ(LabelText(about, "lblLicence"), QStringLiteral("GNU General Public License, version 3 or later"));
+    EXPECT_EQ(LabelText("lblQtVersion"), QStringLiteral("Qt ") + QString::fromLatin1(qVersion()));
+    EXPECT_EQ(LabelText("lblLicence"), QStringLiteral("GNU General Public License, version 3 or later"));
 
-    auto* ok = about.findChild<QPushButton*>(QStringLiteral("cmdOK"));
-    ASSERT_NE(ok, nullptr);
+    auto* ok = test::Child<QPushButton>(about, "cmdOK");
     EXPECT_EQ(ok->text(), QStringLiteral("&OK"));
     QTimer::singleShot(0, ok, &QPushButton::click);
     EXPECT_EQ(about.exec(), QDialog::Accepted);
