@@ -96,11 +96,7 @@ TEST_F(ExternalOpensTest, AChangedProgramIsOpenedAgainKeepingAViewItsNewExtentsH
 
     Rewrite(part, "G00 X-50. Y50.\r\nG01 X250. Y-150.\r\nM30\r\n");
     ASSERT_TRUE(reloaded(2));
-    const ViewTransform& view = window->plotter().View;
-    EXPECT_EQ(view.ViewX1, opened.ViewX1);
-    EXPECT_EQ(view.ViewY1, opened.ViewY1);
-    EXPECT_EQ(view.ViewX2, opened.ViewX2);
-    EXPECT_EQ(view.ViewY2, opened.ViewY2);
+    ExpectView(opened.ViewX1, opened.ViewY1, opened.ViewX2, opened.ViewY2, 0);
     EXPECT_EQ(Comment(), "  Opened again after a change on disk: " + QString::fromStdString(part));
     EXPECT_EQ(StoredRecent(), (std::vector<std::string>{other, part, "Not Used", "Not Used"}));
     EXPECT_EQ(window->sourceView().Editor()->text(), "G00 X-50. Y50.\r\nG01 X250. Y-150.\r\nM30\r\n");
@@ -113,10 +109,7 @@ TEST_F(ExternalOpensTest, AChangedProgramIsOpenedAgainKeepingAViewItsNewExtentsH
     EXPECT_TRUE(window->playback().StepMode);
     QTest::keyClick(Canvas(), Qt::Key_Escape);
     ASSERT_TRUE(reloaded(3));
-    EXPECT_NEAR(view.ViewX1, -0.15f, 1e-5);
-    EXPECT_NEAR(view.ViewY1, 0.175f, 1e-5);
-    EXPECT_NEAR(view.ViewX2, 1.15f, 1e-5);
-    EXPECT_NEAR(view.ViewY2, 0.825f, 1e-5);
+    ExpectView(-0.15f, 0.175f, 1.15f, 0.825f, 1e-5f);
     EXPECT_TRUE(dialogs.Messages.empty());
 }
 

@@ -18,13 +18,6 @@ class ViewInteraction : public test::WindowFixture {
 protected:
     void SetUp() override { StartWithPart(); }
     const ViewTransform& View() const { return window->plotter().View; }
-    void ExpectView(float x1, float y1, float x2, float y2) const
-    {
-        EXPECT_NEAR(View().ViewX1, x1, 1e-4);
-        EXPECT_NEAR(View().ViewY1, y1, 1e-4);
-        EXPECT_NEAR(View().ViewX2, x2, 1e-4);
-        EXPECT_NEAR(View().ViewY2, y2, 1e-4);
-    }
     void Drag(QPoint from, std::initializer_list<QPoint> through)
     {
         QTest::mousePress(Canvas(), Qt::LeftButton, {}, from);

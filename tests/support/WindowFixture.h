@@ -95,6 +95,15 @@ protected:
     QAction* Button(ToolbarKey key) const { return window->button(key); }
     QWidget* Canvas() const { return &window->canvas(); }
     QImage Picture() const { return window->canvas().Picture(); }
+    // The view's window edges (stored coordinates), to `within`.
+    void ExpectView(float x1, float y1, float x2, float y2, float within = 1e-4f) const
+    {
+        const ViewTransform& view = window->plotter().View;
+        EXPECT_NEAR(view.ViewX1, x1, within);
+        EXPECT_NEAR(view.ViewY1, y1, within);
+        EXPECT_NEAR(view.ViewX2, x2, within);
+        EXPECT_NEAR(view.ViewY2, y2, within);
+    }
     void Type(char c) { QTest::keyClicks(Canvas(), QString(QChar(c))); }
     // A key the user presses while a pass lets events run.
     void PressDuringThePass(Qt::Key key, const QString& text)
