@@ -11,6 +11,7 @@ import re
 import shutil
 import signal
 import subprocess
+import sys
 import tempfile
 import time
 import unicodedata
@@ -44,6 +45,16 @@ class Checks:
     def done(self):
         if self.faults:
             raise TestFailure("%d fault(s):\n  " % len(self.faults) + "\n  ".join(self.faults))
+
+
+def run(case):
+    """The end-to-end case `case(desktop, checks, program)` on a private desktop, with the
+    program named on the command line; exits 0, or fails with every fault found."""
+    checks = Checks()
+    with Desktop() as desktop:
+        case(desktop, checks, sys.argv[1])
+    checks.done()
+    sys.exit(0)
 
 
 def wait_for(what, probe, timeout=60.0, interval=0.05):

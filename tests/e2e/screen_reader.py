@@ -6,11 +6,10 @@ the accessibility bus (as a screen reader or a voice-control tool chooses it) ca
 applied like a clicked one; the toolbar's Axis and Rapid toggles read as the Drawing Aids
 left them, and their Toggle action sets the aid as a click does."""
 
-import sys
 
-from desktop import (Checks, Desktop, TestFailure, check, checked, close_menu, enabled, find_all, meaningful, open_menu,
-                     open_properties, press_button, role_named, showing, shown_popup, status_labels, toolbar_buttons,
-                     top_window, wait_for)
+from desktop import (TestFailure, check, checked, close_menu, enabled, find_all, meaningful, open_menu, open_properties,
+                     press_button, role_named, run, showing, shown_popup, status_labels, toolbar_buttons, top_window,
+                     wait_for)
 
 
 def control_roles():
@@ -73,100 +72,96 @@ def drawing_aids(d, main_window, frame, app):
     return boxes
 
 
-def main(program):
+def main(d, checks, program):
     import pyatspi
 
-    checks = Checks()
-    with Desktop() as d:
-        main_window, app, frame = d.start_shown(program)
+    main_window, app, frame = d.start_shown(program)
 
-        # 1. The open dialog.
-        d.open_program(main_window, app, frame, "mill_pocket_plate.nc", lambda dialog: audit(
-            checks, top_window(app, "Open File"), "the Open File dialog", file_dialog_controls()))
+    # 1. The open dialog.
+    d.open_program(main_window, app, frame, "mill_pocket_plate.nc", lambda dialog: audit(
+        checks, top_window(app, "Open File"), "the Open File dialog", file_dialog_controls()))
 
-        # 2. The main window with all its panes: the steps show the listing (the second
-        #    gives Step Details back), the View menu the source.
-        d.key(main_window, "s")
-        d.key(main_window, "s")
-        listing = role_named(frame, pyatspi.ROLE_TEXT, "Stepped blocks", "the step listing")
-        wait_for("the step listing", lambda: showing(listing))
-        open_menu(d, main_window, frame, "View", "alt+v")
-        d.press("v")
-        wait_for("the source view", lambda: find_all(frame, lambda n: n.getRole() == pyatspi.ROLE_TEXT and
-                                                      n.name == "G-code source" and showing(n)))
-        audit(checks, frame, "the main window")
-        for label, what in zip(status_labels(frame), ("comment", "code", "X readout", "Y readout")):
-            checks.expect(meaningful(label.name) or meaningful(label.description),
-                          "the %s label says nothing of what it is: %r, %r" % (what, label.name, label.description))
-        names = {}
-        for tip, button in toolbar_buttons(frame).items():
-            names.setdefault(button.name, []).append(tip)
-        for name, tips in names.items():
-            checks.expect(len(tips) == 1, "toolbar buttons %s read alike, as %r" % (" and ".join(tips), name))
-        audit_menus(checks, d, main_window, frame)
+    # 2. The main window with all its panes: the steps show the listing (the second
+    #    gives Step Details back), the View menu the source.
+    d.key(main_window, "s")
+    d.key(main_window, "s")
+    listing = role_named(frame, pyatspi.ROLE_TEXT, "Stepped blocks", "the step listing")
+    wait_for("the step listing", lambda: showing(listing))
+    open_menu(d, main_window, frame, "View", "alt+v")
+    d.press("v")
+    wait_for("the source view", lambda: find_all(frame, lambda n: n.getRole() == pyatspi.ROLE_TEXT and
+                                                  n.name == "G-code source" and showing(n)))
+    audit(checks, frame, "the main window")
+    for label, what in zip(status_labels(frame), ("comment", "code", "X readout", "Y readout")):
+        checks.expect(meaningful(label.name) or meaningful(label.description),
+                      "the %s label says nothing of what it is: %r, %r" % (what, label.name, label.description))
+    names = {}
+    for tip, button in toolbar_buttons(frame).items():
+        names.setdefault(button.name, []).append(tip)
+    for name, tips in names.items():
+        checks.expect(len(tips) == 1, "toolbar buttons %s read alike, as %r" % (" and ".join(tips), name))
+    audit_menus(checks, d, main_window, frame)
 
-        # 3. The Details window.
-        open_menu(d, main_window, frame, "View", "alt+v")
-        d.press("d")
-        d.window("Details")
-        details = top_window(app, "Details")
-        audit(checks, details, "the Details window")
-        press_button(role_named(details, pyatspi.ROLE_PUSH_BUTTON, "OK"))
-        d.wait_gone("Details")
+    # 3. The Details window.
+    open_menu(d, main_window, frame, "View", "alt+v")
+    d.press("d")
+    d.window("Details")
+    details = top_window(app, "Details")
+    audit(checks, details, "the Details window")
+    press_button(role_named(details, pyatspi.ROLE_PUSH_BUTTON, "OK"))
+    d.wait_gone("Details")
 
-        # 4. The properties dialog; Lathe chosen through the bus must make Apply usable.
-        properties = open_properties(d, main_window, frame, app)
-        audit(checks, properties, "the Properties dialog (Files page)")
-        lathe = role_named(properties, pyatspi.ROLE_RADIO_BUTTON, "Lathe")
-        apply = role_named(properties, pyatspi.ROLE_PUSH_BUTTON, "Apply")
-        action = lathe.queryAction()
-        names = [action.getName(i) for i in range(action.nActions)]
-        check("Toggle" in names, "Lathe offers a Toggle action: %s" % names)
-        action.doAction(names.index("Toggle"))
-        wait_for("Lathe to be chosen", lambda: checked(lathe))
-        try:
-            wait_for("Apply", lambda: enabled(apply), timeout=10)
-        except TestFailure:
-            checks.expect(False, "Lathe chosen through the accessibility bus leaves Apply disabled")
-        press_button(role_named(properties, pyatspi.ROLE_PUSH_BUTTON, "Cancel"))
-        d.wait_gone("Properties")
+    # 4. The properties dialog; Lathe chosen through the bus must make Apply usable.
+    properties = open_properties(d, main_window, frame, app)
+    audit(checks, properties, "the Properties dialog (Files page)")
+    lathe = role_named(properties, pyatspi.ROLE_RADIO_BUTTON, "Lathe")
+    apply = role_named(properties, pyatspi.ROLE_PUSH_BUTTON, "Apply")
+    action = lathe.queryAction()
+    names = [action.getName(i) for i in range(action.nActions)]
+    check("Toggle" in names, "Lathe offers a Toggle action: %s" % names)
+    action.doAction(names.index("Toggle"))
+    wait_for("Lathe to be chosen", lambda: checked(lathe))
+    try:
+        wait_for("Apply", lambda: enabled(apply), timeout=10)
+    except TestFailure:
+        checks.expect(False, "Lathe chosen through the accessibility bus leaves Apply disabled")
+    press_button(role_named(properties, pyatspi.ROLE_PUSH_BUTTON, "Cancel"))
+    d.wait_gone("Properties")
 
-        # 5. The toolbar's toggles read the drawing aids, whatever set them, and their Toggle
-        #    action sets the aid as a click does (stepping, which greys them, ended first).
-        d.key(main_window, "Escape")
-        buttons = toolbar_buttons(frame)
-        axis, rapid = buttons["Toggle Axis Lines"], buttons["Toggle Rapid Lines"]
-        wait_for("the toggles to be usable", lambda: enabled(axis) and enabled(rapid))
-        checks.equal("Axis, Rapid pressed at first", (checked(axis), checked(rapid)), (True, True))
-        aids = drawing_aids(d, main_window, frame, app)
-        for name, wanted in (("Axis Lines", False), ("Rapid Lines", False), ("Rapid Points", True)):
-            if checked(aids[name]) != wanted:
-                press_button(aids[name], "Toggle")
-        press_button(role_named(aids["dialog"], pyatspi.ROLE_PUSH_BUTTON, "OK"))
-        d.wait_gone("Drawing Aids")
-        wait_for("Axis and Rapid to follow the aids", lambda: not checked(axis) and not checked(rapid))
-        press_button(axis, "Toggle")
-        wait_for("Axis to be pressed again", lambda: checked(axis))
-        aids = drawing_aids(d, main_window, frame, app)
-        checks.equal("Axis Lines, Rapid Lines, Rapid Points after the Toggle",
-                     tuple(checked(aids[name]) for name in ("Axis Lines", "Rapid Lines", "Rapid Points")),
-                     (True, False, True))
-        press_button(role_named(aids["dialog"], pyatspi.ROLE_PUSH_BUTTON, "Cancel"))
-        d.wait_gone("Drawing Aids")
+    # 5. The toolbar's toggles read the drawing aids, whatever set them, and their Toggle
+    #    action sets the aid as a click does (stepping, which greys them, ended first).
+    d.key(main_window, "Escape")
+    buttons = toolbar_buttons(frame)
+    axis, rapid = buttons["Toggle Axis Lines"], buttons["Toggle Rapid Lines"]
+    wait_for("the toggles to be usable", lambda: enabled(axis) and enabled(rapid))
+    checks.equal("Axis, Rapid pressed at first", (checked(axis), checked(rapid)), (True, True))
+    aids = drawing_aids(d, main_window, frame, app)
+    for name, wanted in (("Axis Lines", False), ("Rapid Lines", False), ("Rapid Points", True)):
+        if checked(aids[name]) != wanted:
+            press_button(aids[name], "Toggle")
+    press_button(role_named(aids["dialog"], pyatspi.ROLE_PUSH_BUTTON, "OK"))
+    d.wait_gone("Drawing Aids")
+    wait_for("Axis and Rapid to follow the aids", lambda: not checked(axis) and not checked(rapid))
+    press_button(axis, "Toggle")
+    wait_for("Axis to be pressed again", lambda: checked(axis))
+    aids = drawing_aids(d, main_window, frame, app)
+    checks.equal("Axis Lines, Rapid Lines, Rapid Points after the Toggle",
+                 tuple(checked(aids[name]) for name in ("Axis Lines", "Rapid Lines", "Rapid Points")),
+                 (True, False, True))
+    press_button(role_named(aids["dialog"], pyatspi.ROLE_PUSH_BUTTON, "Cancel"))
+    d.wait_gone("Drawing Aids")
 
-        # 6. The DXF save dialog, left with Esc.
-        open_menu(d, main_window, frame, "File", "alt+f")
-        d.press("a")
-        wait_for("the Save As submenu", lambda: find_all(frame, lambda n: n.name == "DXF File" and showing(n)))
-        d.press("d")
-        dialog_window = d.window("Save As DXF File")
-        audit(checks, top_window(app, "Save As DXF File"), "the Save As DXF File dialog",
-              file_dialog_controls())
-        d.key(dialog_window, "Escape")
-        d.wait_gone("Save As DXF File")
-    checks.done()
-    return 0
+    # 6. The DXF save dialog, left with Esc.
+    open_menu(d, main_window, frame, "File", "alt+f")
+    d.press("a")
+    wait_for("the Save As submenu", lambda: find_all(frame, lambda n: n.name == "DXF File" and showing(n)))
+    d.press("d")
+    dialog_window = d.window("Save As DXF File")
+    audit(checks, top_window(app, "Save As DXF File"), "the Save As DXF File dialog",
+          file_dialog_controls())
+    d.key(dialog_window, "Escape")
+    d.wait_gone("Save As DXF File")
 
 
 if __name__ == "__main__":
-    sys.exit(main(sys.argv[1]))
+    run(main)

@@ -6,11 +6,10 @@ its stepping state; then View > Step Details, whose report must read line for li
 
 import json
 import os
-import sys
 
-from desktop import (Checks, Desktop, check, checked, cli, enabled, enabled_only, find_one, heard, menu_item,
-                     menu_items, open_menu, press_button, reads, role_named, showing, status_labels, text_of,
-                     toolbar_state, top_window, wait_for)
+from desktop import (check, checked, cli, enabled, enabled_only, find_one, heard, menu_item, menu_items, open_menu,
+                     press_button, reads, role_named, run, showing, status_labels, text_of, toolbar_state, top_window,
+                     wait_for)
 
 STEPS = 3
 
@@ -18,7 +17,7 @@ STEPS = 3
 TOOLBAR_STEPPING = enabled_only("Stop", "Pan", "ZoomExtends", "ZWindow", "ZIn", "ZOut", "Refresh", "GCode")
 
 
-def main(program):
+def main(d, checks, program):
     import pyatspi
 
     sample = os.path.join(os.path.dirname(os.path.abspath(program)), "mill_pocket_plate.nc")
@@ -29,55 +28,51 @@ def main(program):
     check(report[-1] == "", "the report ends with a line break")
     report.pop()
 
-    checks = Checks()
-    with Desktop() as d:
-        main_window, app, frame = d.start_shown(program)
+    main_window, app, frame = d.start_shown(program)
 
-        d.open_program(main_window, app, frame, "mill_pocket_plate.nc")
+    d.open_program(main_window, app, frame, "mill_pocket_plate.nc")
 
-        listing = role_named(frame, pyatspi.ROLE_TEXT, "Stepped blocks", "the step listing")
-        code = status_labels(frame)[1]
-        step_item = menu_item(frame, ["View", "Single Block Step"])
-        details_item = menu_item(frame, ["View", "Step Details"])
-        checks.expect(not showing(listing), "the step listing is hidden before the first step")
+    listing = role_named(frame, pyatspi.ROLE_TEXT, "Stepped blocks", "the step listing")
+    code = status_labels(frame)[1]
+    step_item = menu_item(frame, ["View", "Single Block Step"])
+    details_item = menu_item(frame, ["View", "Step Details"])
+    checks.expect(not showing(listing), "the step listing is hidden before the first step")
 
-        # 1. Three steps; each adds its block to the listing.
-        for n in range(1, STEPS + 1):
-            d.key(main_window, "s")
-            wait_for("step %d in the listing" % n,
-                     lambda: text_of(listing) is not None and len(text_of(listing).split("\n")) == n and
-                     text_of(listing).split("\n")[-1] != "")
-            checks.expect(reads(code, "  Press Esc key to end single step."),
-                          "code label after step %d: %r" % (n, heard(code)))
-            # The first S takes Step Details away (the step itself does), the next S gives it back.
-            checks.equal("Step Details enabled after step %d" % n, enabled(details_item), n > 1)
-        checks.equal("the step listing", text_of(listing).split("\n"), blocks)
-        checks.expect(showing(listing), "the step listing is shown")
-        checks.expect(checked(step_item), "Single Block Step is checked while stepping")
-        checks.equal("toolbar while stepping", toolbar_state(frame), TOOLBAR_STEPPING)
+    # 1. Three steps; each adds its block to the listing.
+    for n in range(1, STEPS + 1):
+        d.key(main_window, "s")
+        wait_for("step %d in the listing" % n,
+                 lambda: text_of(listing) is not None and len(text_of(listing).split("\n")) == n and
+                 text_of(listing).split("\n")[-1] != "")
+        checks.expect(reads(code, "  Press Esc key to end single step."),
+                      "code label after step %d: %r" % (n, heard(code)))
+        # The first S takes Step Details away (the step itself does), the next S gives it back.
+        checks.equal("Step Details enabled after step %d" % n, enabled(details_item), n > 1)
+    checks.equal("the step listing", text_of(listing).split("\n"), blocks)
+    checks.expect(showing(listing), "the step listing is shown")
+    checks.expect(checked(step_item), "Single Block Step is checked while stepping")
+    checks.equal("toolbar while stepping", toolbar_state(frame), TOOLBAR_STEPPING)
 
-        # 2. View > Step Details, a modeless window titled "Details".
-        popup = open_menu(d, main_window, frame, "View", "alt+v")
-        shown = dict((name, (on, ticked)) for name, on, ticked in menu_items(popup))
-        checks.equal("Step Details in the open View menu", shown.get("Step Details"), (True, False))
-        d.press("d")
-        d.window("Details")
-        details = top_window(app, "Details")
-        text = find_one(details, lambda n: n.getRole() == pyatspi.ROLE_TEXT, "the report text")
-        checks.equal("the report's accessible name", text.name, "Step details report")
-        lines = text_of(text).split("\n")
-        checks.equal("report line count", len(lines), len(report))
-        for number, (shown_line, expected) in enumerate(zip(lines, report), start=1):
-            checks.equal("report line %d" % number, shown_line, expected)
+    # 2. View > Step Details, a modeless window titled "Details".
+    popup = open_menu(d, main_window, frame, "View", "alt+v")
+    shown = dict((name, (on, ticked)) for name, on, ticked in menu_items(popup))
+    checks.equal("Step Details in the open View menu", shown.get("Step Details"), (True, False))
+    d.press("d")
+    d.window("Details")
+    details = top_window(app, "Details")
+    text = find_one(details, lambda n: n.getRole() == pyatspi.ROLE_TEXT, "the report text")
+    checks.equal("the report's accessible name", text.name, "Step details report")
+    lines = text_of(text).split("\n")
+    checks.equal("report line count", len(lines), len(report))
+    for number, (shown_line, expected) in enumerate(zip(lines, report), start=1):
+        checks.equal("report line %d" % number, shown_line, expected)
 
-        # 3. OK closes it; stepping goes on where it was.
-        press_button(role_named(details, pyatspi.ROLE_PUSH_BUTTON, "OK", "the OK button"))
-        d.wait_gone("Details")
-        checks.equal("toolbar after the report closed", toolbar_state(frame), TOOLBAR_STEPPING)
-        checks.equal("the step listing after the report closed", text_of(listing).split("\n"), blocks)
-    checks.done()
-    return 0
+    # 3. OK closes it; stepping goes on where it was.
+    press_button(role_named(details, pyatspi.ROLE_PUSH_BUTTON, "OK", "the OK button"))
+    d.wait_gone("Details")
+    checks.equal("toolbar after the report closed", toolbar_state(frame), TOOLBAR_STEPPING)
+    checks.equal("the step listing after the report closed", text_of(listing).split("\n"), blocks)
 
 
 if __name__ == "__main__":
-    sys.exit(main(sys.argv[1]))
+    run(main)
