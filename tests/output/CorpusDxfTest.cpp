@@ -45,15 +45,10 @@ Exported Export(const std::string& program, const std::filesystem::path& out)
     const DxfCanvasScale scale{canvas.ScaleLeft(), canvas.ScaleTop(), canvas.ScaleWidth(), canvas.ScaleHeight()};
 
     std::size_t arcRecords = 0, circleRecords = 0;
-    RecordFileReader reader;
-    reader.Open(rig.translator.RecordFilePath());
-    EntityRecord record;
-    for (std::int32_t n = 1; n <= reader.RecordTotal(); ++n) {
-        reader.Read(n, record);
+    for (const EntityRecord& record : rig.Records()) {
         circleRecords += record.Kind() == "CIRCLE";
         arcRecords += record.Kind() == "ARC" || record.Kind() == "ARC1";
     }
-    reader.Close();
 
     const std::size_t before = rig.dialogs.Messages.size();
     DxfExport(rig.translator, rig.dialogs).GetDXFCoords();

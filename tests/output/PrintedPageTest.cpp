@@ -47,20 +47,12 @@ Texts TextsOf(const std::vector<Primitive>& primitives)
     return texts;
 }
 
-EntityRecord Move(std::int16_t moveType, float sx, float sy, float ex, float ey)
-{
-    EntityRecord r;
-    r.MoveType = moveType;
-    r.StartX = sx, r.StartY = sy, r.EndX = ex, r.EndY = ey;
-    return r;
-}
+using test::Move;
 
-EntityRecord Arc(std::int16_t moveType, float radius, float startDeg, float endDeg, float cx = 0)
+// A stored arc about (cx, 0).
+EntityRecord Arc(std::int16_t type, float radius, float startDeg, float endDeg, float cx = 0)
 {
-    EntityRecord r;
-    r.MoveType = moveType;
-    r.CenterX = cx, r.Radius = radius, r.StartAngle = startDeg, r.EndAngle = endDeg;
-    return r;
+    return test::Arc(type, cx, 0, radius, startDeg, endDeg);
 }
 
 class PrintRendererTest : public ::testing::Test {
@@ -249,41 +241,14 @@ TEST(PageSurface, JoinsWhatContinuesAndDropsWhatRepeats)
     }
 }
 
-TEST(PageSurface, PaintsOntoThePageOnlyInsideItsPrintableArea)
-{
-    // A page of 200 x 100 pixels on a sheet of 300 x 150: a line across the sheet ends at
-    // the page's edge.
-    PageSurface page(200, 100, 3);
-    page.SetScale(0, 0, 20, 10);
-    page.Line(-5, 5, 25, 5, 0x0000FF); // red, 0xBBGGRR
-    page.SetDrawStyle(DrawStyle::Dash);
-    page.Line(10, -5, 10, 15, 0);
-    QImage sheet(300, 150, QImage::Format_RGB32);
-    sheet.fill(Qt::white);
-    QPainter painter(&sheet);
-    page.Paint(painter);
-    painter.end();
-
-    EXPECT_EQ(sheet.pixel(5, 50), qRgb(255, 0, 0));
-    EXPECT_EQ(sheet.pixel(150, 50), qRgb(255, 0, 0));
-    EXPECT_EQ(sheet.pixel(199, 50), qRgb(255, 0, 0));
-    EXPECT_EQ(sheet.pixel(205, 50), qRgb(255, 255, 255));
-    EXPECT_EQ(sheet.pixel(100, 120), qRgb(255, 255, 255));
-    // The dashed line is dark in places and blank in others.
-    int dark = 0;
-    for (int y = 0; y < 100; ++y)
-        dark += qGray(sheet.pixel(100, y)) < 100;
-    EXPECT_GT(dark, 30);
-    EXPECT_LT(dark, 90);
-}
-
-TEST(PageSurface, EachDrawStyleHasItsOwnRunsOfInkAndPaper)
+TEST(PageSurface, EachDrawStyleHasItsOwnRunsOfInkAndPaperInsideThePrintableArea)
 {
     // A line 4 pixels wide per style, on its own band, read along its middle row. The
     // printer's patterns in line widths, with square-cut ends: dash 4 on 2 off, dot 1 on
     // 2 off, dash-dot 4 2 1 2, dash-dot-dot 4 2 1 2 1 2; so at a width of 4 pixels, runs
     // of 16, 8 and 4 pixels from the line's start. The rapid moves are dotted, the axis
-    // dash-dot-dot.
+    // dash-dot-dot. The page is 120 pixels wide on a sheet of 160: the solid line, red
+    // (0xBBGGRR) and drawn across the sheet, ends at the page's edge.
     using Runs = std::vector<int>;
     const std::pair<DrawStyle, Runs> styles[] = {
         {DrawStyle::Solid, {96}}, {DrawStyle::Dash, {16, 8, 16, 8, 16, 8, 16, 8}},
@@ -295,9 +260,9 @@ TEST(PageSurface, EachDrawStyleHasItsOwnRunsOfInkAndPaper)
     page.SetScale(0, 0, 120, 100);
     for (std::size_t i = 0; i < std::size(styles); ++i) {
         page.SetDrawStyle(styles[i].first);
-        page.Line(0, 10 + 20.0 * i, 120, 10 + 20.0 * i, 0);
+        page.Line(i == 0 ? -20 : 0, 10 + 20.0 * i, i == 0 ? 150 : 120, 10 + 20.0 * i, i == 0 ? 0x0000FF : 0);
     }
-    QImage sheet(120, 100, QImage::Format_RGB32);
+    QImage sheet(160, 100, QImage::Format_RGB32);
     sheet.fill(Qt::white);
     QPainter painter(&sheet);
     page.Paint(painter);
@@ -316,6 +281,8 @@ TEST(PageSurface, EachDrawStyleHasItsOwnRunsOfInkAndPaper)
         }
         EXPECT_EQ(runs, styles[i].second) << "style " << static_cast<int>(styles[i].first);
     }
+    for (const auto& [x, colour] : {std::pair{0, qRgb(255, 0, 0)}, {119, qRgb(255, 0, 0)}, {120, qRgb(255, 255, 255)}})
+        EXPECT_EQ(sheet.pixel(x, 10), colour) << x;
 }
 
 TEST(PageSurface, UnmappablePointsRaiseOverflow)
