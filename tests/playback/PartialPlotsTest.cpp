@@ -312,13 +312,5 @@ TEST(frmTool1, ToolToToolCommandPlotsOrRedrawsAfterTheDialog)
     }
 }
 
-TEST(PartialPlots, ToolNumberFaultMessagesNameWhatWasTyped)
-{
-    EXPECT_EQ(PartialPlots::ToolNumberFaultMessage(" abc ", ConversionFault::NotANumber),
-              "\"abc\" is not a number. Enter a tool change number such as 1, 2 or 3.");
-    EXPECT_EQ(PartialPlots::ToolNumberFaultMessage("99999", ConversionFault::OutOfRange),
-              "The tool number \"99999\" is out of range. Enter a tool change number such as 1, 2 or 3.");
-}
-
 } // namespace
 } // namespace backplot

@@ -90,6 +90,14 @@ TEST(SourceView, ReadOnlyPaneWithLineNumbersLoadsTheFileAsItIsOnDisk)
     EXPECT_EQ(view.LineCount(), 4);
     EXPECT_EQ(view.Editor()->text(1), QStringLiteral("N10 G00 X1. Y2.\r\n"));
 
+    // The editor shows the lexer's styles.
+    ASSERT_TRUE(view.LoadFile(QString::fromStdString(dir.Write("styled.nc", "(A)\r\nN5 G1 X2. F9 ;end\r\n"))));
+    view.Editor()->SendScintilla(QsciScintilla::SCI_COLOURISE, 0, -1); // Editor() reads the first piece
+    std::string mask;
+    for (int pos = 0; pos < editor->length(); ++pos)
+        mask.push_back(".GXFNC"[editor->SendScintilla(QsciScintilla::SCI_GETSTYLEAT, pos)]);
+    EXPECT_EQ(mask, "CCC..NN.GG.XXX.FF.CCCC..");
+
     // Bytes that are not UTF-8 read as Latin-1: 0xD8 is the diameter sign.
     ASSERT_TRUE(view.LoadFile(QString::fromStdString(dir.Write("latin.nc", "(\xD8 10)\r\nG00 X1."))));
     EXPECT_EQ(view.Editor()->text(0), QStringLiteral("(\u00D8 10)\r\n"));
@@ -174,19 +182,6 @@ TEST(SourceView, LongTextIsReadWhenNeededAPieceAtATime)
     EXPECT_EQ(view.Editor()->text(), QString::fromLatin1(latin.data(), static_cast<qsizetype>(latin.size())));
     ASSERT_TRUE(view.LoadFile(QString::fromStdString(dir.Write("nul.nc", nul))));
     EXPECT_EQ(view.Editor()->text().toStdString(), nul.substr(0, Piece + 100));
-}
-
-TEST(SourceView, EditorShowsTheLexerStyles)
-{
-    test::ScratchDir dir;
-    SourceView view;
-    view.LoadFile(QString::fromStdString(dir.Write("styled.nc", "(A)\r\nN5 G1 X2. F9 ;end\r\n")));
-    QsciScintilla* editor = view.Editor();
-    editor->SendScintilla(QsciScintilla::SCI_COLOURISE, 0, -1);
-    std::string mask;
-    for (int pos = 0; pos < editor->length(); ++pos)
-        mask.push_back(".GXFNC"[editor->SendScintilla(QsciScintilla::SCI_GETSTYLEAT, pos)]);
-    EXPECT_EQ(mask, "CCC..NN.GG.XXX.FF.CCCC..");
 }
 
 TEST(StepListing, WritesLinesAtTheCurrentLine)

