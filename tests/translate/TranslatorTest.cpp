@@ -172,28 +172,3 @@ TEST(Translator, LatheMeetingYWarnsAndStops)
     EXPECT_FALSE(h.state().AbortTranslation);
     EXPECT_TRUE(h.translator.StoppedEarly());
 }
-
-TEST(Translator, DxfCollectionInsteadOfRecords)
-{
-    TranslatorRig h;
-    h.state().CollectDxf = true;
-    for (const char* block : {"G0 X1. Y1.", "G1 X3. Y1.", "G2 X5. Y1. R1.", "G3 X7. Y1. R1.", "G2 I1.", "G0 X0 Y0"})
-        h.translator.InterpretBlock(block);
-
-    // Y not negated. Clockwise (4,1) from 180 to 0 is stored as 0 to 180; counter-clockwise (6,1)
-    // keeps 180 to 0.
-    std::vector<std::string> got;
-    const auto add = [&](const char* kind, std::initializer_list<float> values, const std::string& layer) {
-        got.push_back(std::string(kind).append(" ").append(Joined(values)).append(" ").append(layer));
-    };
-    for (const DxfLine& l : h.translator.Dxf().Lines)
-        add("LINE", {l.X1, l.Y1, l.X2, l.Y2}, l.Layer);
-    for (const DxfArc& a : h.translator.Dxf().Arcs)
-        add("ARC", {a.CenterX, a.CenterY, a.Radius, a.StartAngle, a.EndAngle}, a.Layer);
-    for (const DxfCircle& c : h.translator.Dxf().Circles)
-        add("CIRCLE", {c.CenterX, c.CenterY, c.Radius}, c.Layer);
-    EXPECT_EQ(got, (std::vector<std::string>{"LINE 1,1,3,1 BLACK_LAYER", "ARC 4,1,1,0,180 BLACK_LAYER",
-                                             "ARC 6,1,1,180,0 BLACK_LAYER", "CIRCLE 8,1,1 BLACK_LAYER"}));
-    EXPECT_EQ(h.state().RecordCount, 0);
-    EXPECT_FALSE(Translator::FileExists(h.translator.RecordFilePath()));
-}
