@@ -165,11 +165,15 @@ class Desktop:
         app = self.accessible_app()
         return main_window, app, top_window(app, "Tarvo Backplot")
 
-    def open_program(self, window, app, frame, name, in_dialog=None):
-        """File > Open... by its key Ctrl+O, `name` given in the dialog, which `in_dialog` may
-        look at first; waits until the program is drawn (the toolbar's Step is on) or another
-        window (a message box) is up."""
-        self.key(window, "ctrl+o")
+    def open_program(self, window, app, frame, name, in_dialog=None, from_menu=False):
+        """File > Open... by its key Ctrl+O (or through the File menu), `name` given in the
+        dialog, which `in_dialog` may look at first; waits until the program is drawn (the
+        toolbar's Step is on) or another window (a message box) is up."""
+        if from_menu:
+            open_menu(self, window, frame, "File", "alt+f")
+            self.press("o")
+        else:
+            self.key(window, "ctrl+o")
         dialog = self.window("Open File")
         if in_dialog:
             in_dialog(dialog)
@@ -488,20 +492,6 @@ def menu_items(popup):
     and hidden items are left out, as a screen reader leaves them out."""
     import pyatspi
     return [(child.name, enabled(child), checked(child)) for child in children(popup)
-            if child.getRole() == pyatspi.ROLE_MENU_ITEM and showing(child)]
-
-
-def key_binding(node):
-    """The keys a screen reader announces for a menu item: its shortcut, else Alt and the
-    letter its caption marks."""
-    action = node.queryAction()
-    return action.getKeyBinding(0) if action.nActions else ""
-
-
-def menu_keys(popup):
-    """(name, key binding) of the items a user sees in an open menu, in order."""
-    import pyatspi
-    return [(child.name, key_binding(child)) for child in children(popup)
             if child.getRole() == pyatspi.ROLE_MENU_ITEM and showing(child)]
 
 

@@ -5,8 +5,8 @@ the toolbar before and after, and the new recent-files entry."""
 
 import os
 
-from desktop import (TOOL_TIPS, close_menu, enabled_only, heard, menu_items, menu_keys, open_menu, reads, run,
-                     set_field, status_labels, toolbar_state, wait_for)
+from desktop import (TOOL_TIPS, close_menu, enabled_only, heard, menu_items, open_menu, reads, run, status_labels,
+                     toolbar_state)
 
 # What the View menu shows, in order, whatever is loaded; "Plot From" is never among them.
 VIEW_ITEMS = ["Clear", "Redraw", "Auto Redraw", "Zoom", "Pan", "Single Block Step", "Step Details",
@@ -17,20 +17,20 @@ TOOLBAR_EMPTY = enabled_only("Exit", "Open", "Properties")
 # A program drawn: everything but Pause and Stop, which only playback enables.
 TOOLBAR_LOADED = enabled_only(*[key for key in TOOL_TIPS if key not in ("Pause", "Stop")])
 
+FILE_ITEMS = ["Open...", "Save As...", "Print Preview", "Print", "Printer Setup...", "Exit"]
 
-# The keys announced with each item: the shortcut, else Alt and the marked letter as the
-# caption has it ("Print Pre&view" gives Alt+v, "E&xit" Alt+x).
-FILE_KEYS = [("Open...", "Ctrl+O"), ("Save As...", "Alt+A"), ("Print Preview", "Alt+v"), ("Print", "Ctrl+P"),
-             ("Printer Setup...", "Alt+u"), ("Exit", "Alt+x")]
-VIEW_KEYS = list(zip(VIEW_ITEMS, ["Alt+C", "Alt+R", "Alt+A", "Alt+Z", "Alt+P", "Alt+S", "Alt+D", "Alt+M", "Alt+V"]))
+
+def file_menu(loaded):
+    """The File menu's items: Open, Printer Setup and Exit need no program."""
+    return [(name, loaded or name in ("Open...", "Printer Setup...", "Exit"), False) for name in FILE_ITEMS]
 
 
 def read_menu(d, window, frame, title, key):
-    """Opens a menu, reads its items and their announced keys, and closes it again."""
+    """Opens a menu, reads its items, and closes it again."""
     popup = open_menu(d, window, frame, title, key)
-    items, keys = menu_items(popup), menu_keys(popup)
+    items = menu_items(popup)
     close_menu(d, frame, popup)
-    return items, keys
+    return items
 
 
 def main(d, checks, program):
@@ -41,49 +41,24 @@ def main(d, checks, program):
     comment, code, xpos, ypos = status_labels(frame)
     checks.expect(reads(comment, "  Ready"), "comment label before an open: %r" % heard(comment))
     checks.equal("toolbar before an open", toolbar_state(frame), TOOLBAR_EMPTY)
-    items, keys = read_menu(d, main_window, frame, "File", "alt+f")
-    checks.equal("File menu before an open", items, [
-        ("Open...", True, False),
-        ("Save As...", False, False),
-        ("Print Preview", False, False),
-        ("Print", False, False),
-        ("Printer Setup...", True, False),
-        ("Exit", True, False),
-    ])
-    checks.equal("keys of the File menu", keys, FILE_KEYS)
-    items, keys = read_menu(d, main_window, frame, "View", "alt+v")
-    checks.equal("View menu before an open", items, [(name, False, False) for name in VIEW_ITEMS])
-    checks.equal("keys of the View menu", keys, VIEW_KEYS)
+    checks.equal("File menu before an open", read_menu(d, main_window, frame, "File", "alt+f"), file_menu(False))
+    checks.equal("View menu before an open", read_menu(d, main_window, frame, "View", "alt+v"),
+                 [(name, False, False) for name in VIEW_ITEMS])
     # Leaving the menus gave the main window no Esc (which would enable Step and more).
     checks.equal("toolbar after reading the menus", toolbar_state(frame), TOOLBAR_EMPTY)
 
-    # 2. File > Open... from the keyboard; the dialog by its exact title.
-    open_menu(d, main_window, frame, "File", "alt+f")
-    d.press("o")
-    dialog = d.window("Open File")  # by its exact title
-    set_field(app, "mill_pocket_plate.nc")
-    d.key(dialog, "Return")
-    d.wait_gone("Open File")
-
-    # 3. Drawn: the toolbar is the last thing the open sets.
-    wait_for("the program to be drawn", lambda: toolbar_state(frame)["Step"] or
-             set(d.window_names()) - {"Tarvo Backplot"})
+    # 2. File > Open... from the keyboard, the dialog found by its exact title; drawn once
+    #    the toolbar, the last thing the open sets, is on.
+    d.open_program(main_window, app, frame, "mill_pocket_plate.nc", from_menu=True)
     checks.equal("windows after the open", d.window_names(), ["mill_pocket_plate.nc \u2014 Tarvo Backplot"])
     checks.equal("toolbar after the open", toolbar_state(frame), TOOLBAR_LOADED)
     checks.expect(reads(comment, " Opening file " + sample), "comment label after the open: %r" % heard(comment))
     checks.expect(reads(code, " mill_pocket_plate.nc"), "code label after the open: %r" % heard(code))
 
-    # 4. The menus for a loaded program, and the file at the head of the recent files.
-    checks.equal("File menu after the open", read_menu(d, main_window, frame, "File", "alt+f")[0], [
-        ("Open...", True, False),
-        ("Save As...", True, False),
-        ("Print Preview", True, False),
-        ("Print", True, False),
-        ("Printer Setup...", True, False),
-        ("Exit", True, False),
-        (sample, True, False),
-    ])
-    checks.equal("View menu after the open", read_menu(d, main_window, frame, "View", "alt+v")[0],
+    # 3. The menus for a loaded program, and the file at the head of the recent files.
+    checks.equal("File menu after the open", read_menu(d, main_window, frame, "File", "alt+f"),
+                 file_menu(True) + [(sample, True, False)])
+    checks.equal("View menu after the open", read_menu(d, main_window, frame, "View", "alt+v"),
                  [(name, True, False) for name in VIEW_ITEMS])
 
 
