@@ -533,6 +533,24 @@ def open_properties(d, main_window, frame, app):
     return top_window(app, "Properties")
 
 
+def open_details(d, main_window, frame, app):
+    """View > Step Details from the keyboard: the Details window's accessible node and its
+    report text, once shown."""
+    import pyatspi
+    open_menu(d, main_window, frame, "View", "alt+v")
+    d.press("d")
+    d.window("Details")
+    details = top_window(app, "Details")
+    return details, find_one(details, lambda n: n.getRole() == pyatspi.ROLE_TEXT, "the report text")
+
+
+def close_details(d, details):
+    """The Details window's OK button, through the accessibility bus."""
+    import pyatspi
+    press_button(role_named(details, pyatspi.ROLE_PUSH_BUTTON, "OK", "the OK button"))
+    d.wait_gone("Details")
+
+
 def exit_program(d, main_window, frame):
     """File > Exit from the keyboard: the program's exit status."""
     open_menu(d, main_window, frame, "File", "alt+f")

@@ -8,8 +8,8 @@ chosen and cancelled does not change."""
 import configparser
 import os
 
-from desktop import (check, checked, cli, enabled, exit_program, extents, find_one, heard, open_menu, open_properties,
-                     press_button, reads, role_named, run, showing, status_labels, text_of, top_window, wait_for,
+from desktop import (check, checked, cli, close_details, enabled, exit_program, extents, heard, open_details,
+                     open_properties, press_button, reads, role_named, run, showing, status_labels, text_of, wait_for,
                      wait_reading)
 
 RECORD = 2  # "N20 G0 X50. Z10.": a lathe rapid, which a milling translation stores quite differently
@@ -87,14 +87,9 @@ def main(d, checks, program):
         d.key(main_window, "s")
     listing = role_named(frame, pyatspi.ROLE_TEXT, "Stepped blocks", "the step listing")
     wait_for("%d steps" % RECORD, lambda: len((text_of(listing) or "").split("\n")) == RECORD)
-    open_menu(d, main_window, frame, "View", "alt+v")
-    d.press("d")
-    d.window("Details")
-    details = top_window(app, "Details")
-    text = find_one(details, lambda n: n.getRole() == pyatspi.ROLE_TEXT, "the report text")
+    details, text = open_details(d, main_window, frame, app)
     checks.equal("Step Details of record %d" % RECORD, text_of(text).split("\n"), report)
-    press_button(role_named(details, pyatspi.ROLE_PUSH_BUTTON, "OK", "the OK button"))
-    d.wait_gone("Details")
+    close_details(d, details)
 
     # 5. File > Exit writes the settings.
     checks.equal("exit status", exit_program(d, main_window, frame), 0)

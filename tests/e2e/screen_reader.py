@@ -7,9 +7,9 @@ applied like a clicked one; the toolbar's Axis and Rapid toggles read as the Dra
 left them, and their Toggle action sets the aid as a click does."""
 
 
-from desktop import (TestFailure, check, checked, close_menu, enabled, find_all, meaningful, open_menu, open_properties,
-                     press_button, role_named, run, showing, shown_popup, status_labels, toolbar_buttons, top_window,
-                     wait_for)
+from desktop import (TestFailure, check, checked, close_details, close_menu, enabled, find_all, meaningful, open_details,
+                     open_menu, open_properties, press_button, role_named, run, showing, shown_popup, status_labels,
+                     toolbar_buttons, top_window, wait_for)
 
 
 def control_roles():
@@ -103,13 +103,9 @@ def main(d, checks, program):
     audit_menus(checks, d, main_window, frame)
 
     # 3. The Details window.
-    open_menu(d, main_window, frame, "View", "alt+v")
-    d.press("d")
-    d.window("Details")
-    details = top_window(app, "Details")
+    details = open_details(d, main_window, frame, app)[0]
     audit(checks, details, "the Details window")
-    press_button(role_named(details, pyatspi.ROLE_PUSH_BUTTON, "OK"))
-    d.wait_gone("Details")
+    close_details(d, details)
 
     # 4. The properties dialog; Lathe chosen through the bus must make Apply usable.
     properties = open_properties(d, main_window, frame, app)

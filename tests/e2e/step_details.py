@@ -7,9 +7,8 @@ its stepping state; then View > Step Details, whose report must read line for li
 import json
 import os
 
-from desktop import (check, checked, cli, enabled, enabled_only, find_one, heard, menu_item, menu_items, open_menu,
-                     press_button, reads, role_named, run, showing, status_labels, text_of, toolbar_state, top_window,
-                     wait_for)
+from desktop import (check, checked, cli, close_details, enabled, enabled_only, heard, menu_item, open_details, reads,
+                     role_named, run, showing, status_labels, text_of, toolbar_state, wait_for)
 
 STEPS = 3
 
@@ -54,13 +53,7 @@ def main(d, checks, program):
     checks.equal("toolbar while stepping", toolbar_state(frame), TOOLBAR_STEPPING)
 
     # 2. View > Step Details, a modeless window titled "Details".
-    popup = open_menu(d, main_window, frame, "View", "alt+v")
-    shown = dict((name, (on, ticked)) for name, on, ticked in menu_items(popup))
-    checks.equal("Step Details in the open View menu", shown.get("Step Details"), (True, False))
-    d.press("d")
-    d.window("Details")
-    details = top_window(app, "Details")
-    text = find_one(details, lambda n: n.getRole() == pyatspi.ROLE_TEXT, "the report text")
+    details, text = open_details(d, main_window, frame, app)
     checks.equal("the report's accessible name", text.name, "Step details report")
     lines = text_of(text).split("\n")
     checks.equal("report line count", len(lines), len(report))
@@ -68,8 +61,7 @@ def main(d, checks, program):
         checks.equal("report line %d" % number, shown_line, expected)
 
     # 3. OK closes it; stepping goes on where it was.
-    press_button(role_named(details, pyatspi.ROLE_PUSH_BUTTON, "OK", "the OK button"))
-    d.wait_gone("Details")
+    close_details(d, details)
     checks.equal("toolbar after the report closed", toolbar_state(frame), TOOLBAR_STEPPING)
     checks.equal("the step listing after the report closed", text_of(listing).split("\n"), blocks)
 
