@@ -65,22 +65,8 @@ if(NOT installed STREQUAL expected)
   fail("installed files differ: missing [${missing}], not expected [${extra}]")
 endif()
 
-# ---- The two programs can run; the command-line one reads an installed sample ----
-foreach(program backplot backplot-cli)
-  execute_process(COMMAND test -x ${PREFIX}/bin/${program} RESULT_VARIABLE not_executable)
-  if(not_executable)
-    fail("bin/${program} is not executable")
-  endif()
-endforeach()
-execute_process(COMMAND ${PREFIX}/bin/backplot-cli records ${PREFIX}/share/tarvo-backplot/examples/mill_incremental.nc
-  RESULT_VARIABLE status OUTPUT_VARIABLE records ERROR_VARIABLE errors)
-string(REGEX MATCHALL "\n" lines "${records}")
-list(LENGTH lines line_count)
-if(NOT status EQUAL 0 OR line_count LESS 10)
-  fail("installed backplot-cli records: status ${status}, ${line_count} lines, ${errors}")
-endif()
-
-# The drawing commands are handed over to the helper where the install layout puts it.
+# ---- The command-line program runs (the window ran above) and hands its drawing commands
+# to the helper where the install layout puts it ----
 execute_process(COMMAND ${PREFIX}/bin/backplot-cli render ${PREFIX}/share/tarvo-backplot/examples/mill_incremental.nc
     -o ${PREFIX}/../installed-render.png
   RESULT_VARIABLE status ERROR_VARIABLE errors)
