@@ -100,7 +100,6 @@ TEST_F(MainWindow, StartUpReadsTheStoresAndClosingWritesThem)
     window->show();
     QApplication::processEvents();
 
-    EXPECT_EQ(window->windowTitle(), "Tarvo Backplot");
     EXPECT_EQ(window->lblComment()->text(), "  Ready");
     EXPECT_FALSE(window->translator().State().Mill);
     EXPECT_EQ(window->translator().State().AbsCenter, 1);
