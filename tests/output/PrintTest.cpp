@@ -96,8 +96,10 @@ TEST_F(PrintTest, WideViewFillsThePageWidthCentredVertically)
     // the main view takes over.
     EXPECT_NEAR(rig.plotter.View.ViewY1, -48.748, 0.001);
     EXPECT_NEAR(rig.plotter.View.ViewY2, 38.748, 0.001);
-    // Two 15-twip pixels of a page 786 points (15720 twips) high spanning 87.495 units.
+    // Two 15-twip pixels of a page 786 points (15720 twips) high spanning 87.495 units;
+    // the blips a hundredth of that height.
     EXPECT_NEAR(output.Mapping().PrinterPixel, 0.16698, 1e-5);
+    EXPECT_NEAR(output.Mapping().MarkSize, 0.87495, 1e-5);
 
     // Edges: x 0 at 28 + 10 x 8.983 = 117.8 points (163.7 px), x 40 at 477.2 points
     // (662.7 px); stored y -10 at 28 + 38.748 x 8.983 = 376.1 points (522.4 px), y 0 at
