@@ -70,23 +70,18 @@ TEST(ProgramCheck, EachRuleIsFoundOnItsLineAndNowhereElse)
         EXPECT_EQ(PlacesOf(Check(row.program, row.mill)), row.expected) << row.rule;
 }
 
+// The implied-decimal, expression and semicolon messages: the golden check_* cases.
 TEST(ProgramCheck, MessagesQuoteTheWordsAndWhatThePlotDoes)
 {
     // From (0,0) to (10,0): half the chord is 5; I5.1 J0.5 put the centre at (5.1, 0.5),
     // radius 5.12445, the end 4.92544 from it; the long way round (sweep 191.4 degrees)
     // puts the new centre 1.12250 above the chord's middle.
     const struct { const char* program; std::string message; } rows[] = {
-        {"G1 X25 Y-5000\n", "\"X25\" is read as 0.0025, \"Y-5000\" as -0.5: a number without a point counts in "
-                            "ten-thousandths (\"X25.\" is 25)"},
         {"G2 X10. Y0 R4.\n", "\"R4.\" is shorter than half the chord (5): the arc keeps the previous centre X0 Y0 and "
                              "is drawn around it"},
         {"G2 X10. Y0 I5.1 J0.5\n", "the end X10 Y0 lies 0.199 off the circle of \"I5.1 J0.5\": the centre moves from "
                                    "X5.1 Y0.5 to X5 Y1.1225 on the chord's bisector"},
         {"G0 G1 X5.\n", "\"G0\" and \"G1\" stand in one block: G1 wins (G1 over G2 over G3, each over G0)"},
-        {"IF [#1 GT 5] GOTO 10\n",
-         "\"IF\": its F raises the error box (brackets, # parameters, assignments and names are not evaluated)"},
-        {"G1 X1. ; T2 next\n", "\";\" does not start a comment here: \"T2 next\" is read with the block (T: a tool "
-                               "change to T2)"},
     };
     for (const auto& row : rows) {
         const std::vector<Finding> findings = Check(row.program);
