@@ -86,14 +86,9 @@ std::int16_t Position16(std::size_t zeroBased)
 // point; reading stops at anything else.
 double LeadingValueUnspaced(std::string_view text)
 {
-    std::size_t i = 0;
-    bool negative = false;
-    if (i < text.size() && (text[i] == '-' || text[i] == '+')) {
-        negative = text[i] == '-';
-        ++i;
-    }
-    const std::size_t start = i;
+    const bool negative = TakeSign(text);
     bool point = false;
+    std::size_t i = 0;
     for (; i < text.size(); ++i) {
         if (IsDigit(text[i]))
             continue;
@@ -103,7 +98,7 @@ double LeadingValueUnspaced(std::string_view text)
         }
         break;
     }
-    const std::string_view digits = text.substr(start, i - start);
+    const std::string_view digits = text.substr(0, i);
     if (digits == ".")
         return 0;
     const double value = ParseDigits(digits);

@@ -105,11 +105,9 @@ double LeadingValue(std::string_view text)
             ++i;
     };
     skipBlanks();
-    bool negative = false;
-    if (i < text.size() && (text[i] == '-' || text[i] == '+')) {
-        negative = text[i] == '-';
-        ++i;
-    }
+    text.remove_prefix(i);
+    i = 0;
+    const bool negative = TakeSign(text);
     bool point = false;
     for (;; ++i) {
         skipBlanks();
@@ -134,11 +132,7 @@ double LeadingValue(std::string_view text)
 std::optional<double> StrictValue(std::string_view text)
 {
     text = TrimmedBlanks(text);
-    bool negative = false;
-    if (!text.empty() && (text.front() == '-' || text.front() == '+')) {
-        negative = text.front() == '-';
-        text.remove_prefix(1);
-    }
+    const bool negative = TakeSign(text);
     if (text.empty())
         return std::nullopt;
     for (const char c : text)
@@ -151,11 +145,7 @@ std::optional<double> StrictValue(std::string_view text)
 std::optional<double> ConvertedValue(std::string_view text)
 {
     text = TrimmedBlanks(text);
-    bool negative = false;
-    if (!text.empty() && (text.front() == '+' || text.front() == '-')) {
-        negative = text.front() == '-';
-        text.remove_prefix(1);
-    }
+    const bool negative = TakeSign(text);
     // from_chars would also take "inf", "nan" and a second sign; only digits, one point
     // and an exponent make a number here.
     if (text.empty() || !(IsDigit(text.front()) || text.front() == '.'))

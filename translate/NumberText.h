@@ -22,6 +22,16 @@ std::optional<double> StrictValue(std::string_view text);
 // `text` without the blanks around it.
 std::string_view TrimmedBlanks(std::string_view text);
 
+// Takes a leading '+' or '-' off `text`: true when it was '-'.
+inline bool TakeSign(std::string_view& text)
+{
+    if (text.empty() || (text.front() != '-' && text.front() != '+'))
+        return false;
+    const bool negative = text.front() == '-';
+    text.remove_prefix(1);
+    return negative;
+}
+
 // The whole text as a number, as the classic conversions read what a user typed or a
 // setting holds: blanks around it are ignored, a sign, a decimal point and an exponent
 // are allowed ("2.5", "+3", "-.5", "1E1"); nothing for anything else ("", "abc", "3x",
