@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 #include <limits>
 #include <map>
+#include <optional>
 
 namespace backplot {
 namespace {
@@ -144,6 +145,8 @@ TEST(SlowMotion, PausedAtARecordResumesThereWithoutClearing)
 {
     PlaybackWindow w;
     w.Load(NumberedCuts(6), true);
+    std::optional<bool> ended; // whether the pass that ended the program ended slow motion
+    w.plotter.SetPassEndedHook([&](bool slow) { ended = slow; });
     // P is pressed while the third record waits to be drawn.
     w.events.onCall = [&](int call) {
         if (call == 3)
@@ -158,7 +161,7 @@ TEST(SlowMotion, PausedAtARecordResumesThereWithoutClearing)
     EXPECT_TRUE(w.playback.SlowMode);
     EXPECT_EQ(w.host.buttons["Pause"], true);
     EXPECT_EQ(w.host.buttons["Step"], false);
-
+    EXPECT_FALSE(ended);
     // Resumed at a real pace: each of the three records waits its 0.04 s before it is drawn.
     w.canvas.ForgetPrimitives();
     w.events.onCall = nullptr;
@@ -172,6 +175,7 @@ TEST(SlowMotion, PausedAtARecordResumesThereWithoutClearing)
     EXPECT_FALSE(w.Cleared());
     EXPECT_EQ(w.host.marks, (std::vector<int>{1, 2, 3, 4, 5, 6}));
     // The end of the program ends slow motion.
+    EXPECT_EQ(ended, std::optional<bool>(true));
     EXPECT_FALSE(w.playback.SlowMode);
     EXPECT_EQ(w.playback.SlowResume, 1);
     EXPECT_EQ(w.playback.SourceLine, 1);

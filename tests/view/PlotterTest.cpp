@@ -131,34 +131,5 @@ TEST(Plotter, ColourRuleCarriesTheColourOverForUnknownTools)
     EXPECT_EQ(rig.plotter.CurrentColor, 0x00FF00u);
 }
 
-// Pausing inside a pass: the slow-motion tests of playback.
-TEST(Plotter, SlowMotionPassWhilePausedDrawsNothingAndResumesWhereAsked)
-{
-    PlotRig rig;
-    rig.Load(NumberedCuts(45));
-    int marks = 0;
-    rig.plotter.SetSlowMotionHook([&] { ++marks; });
-    std::optional<bool> ended;
-    rig.plotter.SetPassEndedHook([&](bool slow) { ended = slow; });
-    rig.playback.SlowMode = rig.playback.SlowPaused = true;
-    rig.playback.SlowResume = 4;
-    rig.plotter.GetRecords(rig.canvas);
-    EXPECT_TRUE(rig.canvas.Primitives().empty());
-    EXPECT_EQ(rig.playback.SlowResume, 4);
-    EXPECT_FALSE(ended);
-
-    // Resumed at record 40: 40 to 45, the axis, and playback ends.
-    rig.playback.SlowPaused = false;
-    rig.playback.SlowResume = rig.playback.SourceLine = 40;
-    rig.events.calls = marks = 0;
-    rig.plotter.GetRecords(rig.canvas);
-    EXPECT_EQ(rig.XsDrawn(), (std::vector<double>{40, 41, 42, 43, 44, 45}));
-    EXPECT_EQ(rig.Count(Kind::Line), 6 * 2 + 2);
-    EXPECT_EQ((std::vector<int>{rig.events.calls, marks, rig.playback.SlowResume, rig.playback.SourceLine}),
-              (std::vector<int>{6, 6, 1, 1}));
-    EXPECT_FALSE(rig.playback.SlowMode || rig.playback.SlowPaused);
-    EXPECT_EQ(ended, std::optional<bool>(true));
-}
-
 } // namespace
 } // namespace backplot
