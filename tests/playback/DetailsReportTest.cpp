@@ -31,17 +31,11 @@ EntityRecord Record(std::int16_t moveType, const char* text, std::int32_t tool, 
     return r;
 }
 
-EntityRecord Arc(EntityRecord r, float centerX, float centerStoredY, float radius, float startAngle, float endAngle)
-{
-    r.CenterX = centerX, r.CenterY = centerStoredY, r.Radius = radius;
-    r.StartAngle = startAngle, r.EndAngle = endAngle;
-    return r;
-}
-
 // Every expected text below is worked out by hand from the stored values: Y negated
-// back, lathe D = -2 x stored Y, zones at column 15. The CLI's golden cases hold a report of
-// each kind on each machine; these are the cases they do not meet.
-TEST(DetailsReport, EachKindAndMachineGivesItsTable)
+// back, zones at column 15. The CLI's golden cases hold a report of each kind on each
+// machine (the arcs' layouts and the lathe's D = -2 x stored Y among them); these are the
+// cases they do not meet.
+TEST(DetailsReport, RapidLineAndUnknownKindTables)
 {
     struct Case {
         const char* name;
@@ -58,29 +52,12 @@ TEST(DetailsReport, EachKindAndMachineGivesItsTable)
           " Z position   0.500000", Rule, " Angle from zero53.130102", " 2-D Dist from zero5.000000",
           " 2-D Dist from last point3.605551"}},
         // Machine (2, 1, 0) to (-1, -3, -.25): direction of (-3, -4) is 180 + 53.13 = 233.1.
-        // A start Z just below zero keeps its minus.
-        {"MillLineDownAndLeft", true, Record(1, "N20 G01 X-1. Y-3. Z-.25", 12, {2, -1, -1e-7f}, {-1, 3, -0.25f}),
-         {"                  <Line>", Rule, " Last T#       12 ", Rule, " X start position2.000000",
+        // A start Z just below zero keeps its minus; a negative tool prints its minus in the
+        // sign position.
+        {"MillLineDownAndLeft", true, Record(1, "N20 G01 X-1. Y-3. Z-.25", -12, {2, -1, -1e-7f}, {-1, 3, -0.25f}),
+         {"                  <Line>", Rule, " Last T#      -12 ", Rule, " X start position2.000000",
           " Y start position1.000000", " Z start position-0.000000", Rule, " X end position-1.000000",
           " Y end position-3.000000", " Z end position-0.250000", Rule, " Angle        233.1"}},
-        // Start (1.5, 2.25), centre (4.5, 6.25): a 3-4-5 triangle. The start angle is the
-        // float nearest 233.1301023..., which is 233.13009643..., so it reads 233.130096;
-        // the radius 2.6953125 rounds its half up to 2.695313.
-        {"MillArcHasNoRuleAfterTheTool", true,
-         Arc(Record(2, "G02 X9.5 Y6.25 I3. J4.", 3, {1.5f, -2.25f, -1}, {9.5f, -6.25f, -1}), 4.5f, -6.25f, 2.6953125f,
-             static_cast<float>(233.13010235415598), 0),
-         {"              <Arc>", Rule, " Last T#       3 ", " X start position1.500000", " Y start position2.250000",
-          " Z start position-1.000000", Rule, " X center position4.500000", " Y center position6.250000", Rule,
-          " X end position9.500000", " Y end position6.250000", " Z end position-1.000000", Rule,
-          " Start angle  233.130096", " End angle    0.000000", Rule, " Radius       2.695313"}},
-        // The lathe arc lists the end before the centre; a negative tool prints its minus
-        // in the sign position.
-        {"LatheArcGivesTheEndBeforeTheCentre", false,
-         Arc(Record(2, "G02 X30. Z-25. K-5.", -2, {-15, -15, 1e-14f}, {-25, -15, 1e-14f}), -20, -15, 5, 0, 180),
-         {"              <Arc>", Rule, " Last T#      -2 ", " Z start position-15.000000", " D start position30.000000",
-          Rule, " Z end position-25.000000", " D end position30.000000", Rule, " Z center position-20.000000",
-          " D center position30.000000", Rule, " Start angle  0.000000", " End angle    180.000000", Rule,
-          " Radius       5.000000"}},
         {"UnknownKindShowsTheHeadOnly", true, unknown, {}}, {"UnknownKindOnALatheToo", false, unknown, {}},
     };
     for (const Case& c : cases) {
@@ -123,20 +100,12 @@ TEST(DetailsReport, StepTrimsTheBlockTextAndPadsItAgain)
     }
 }
 
-class frmDetailsTest : public ::testing::Test {
-protected:
-    frmDetailsTest()
-    {
-        main.setGeometry(120, 90, 1000, 760);
-        main.show();
-    }
-    QWidget main;
-    const EntityRecord millLine = Record(1, "G01 X1. Y1.", 4, {0, 0, 0}, {1, -1, 0});
-};
-
-TEST_F(frmDetailsTest, ShowsTheReportCentredInAFixedPitchSelectableBox)
+TEST(frmDetails, ShowsTheReportCentredInAFixedPitchSelectableBoxUntilOk)
 {
-    EntityRecord record = millLine;
+    QWidget main;
+    main.setGeometry(120, 90, 1000, 760);
+    main.show();
+    EntityRecord record = Record(1, "G01 X1. Y1.", 4, {0, 0, 0}, {1, -1, 0});
     frmDetails* window = frmDetails::ShowReport(&main, record, true, [] {});
     ASSERT_NE(window, nullptr);
     QApplication::processEvents();
@@ -165,20 +134,14 @@ TEST_F(frmDetailsTest, ShowsTheReportCentredInAFixedPitchSelectableBox)
     // A snapshot: a later step does not change it; the command again reuses the window.
     record.ToolNum = 7;
     EXPECT_EQ(window->ReportText(), expected);
-    EXPECT_EQ(frmDetails::ShowReport(&main, record, true, [] {}), window);
-    EXPECT_TRUE(window->ReportText().contains(QStringLiteral(" Last T#       7 \n")));
-    window->close();
-}
-
-TEST_F(frmDetailsTest, OkClosesTheWindowThenRedraws)
-{
+    // OK closes the window, then redraws with the handler of the latest command.
     int redraws = 0;
     bool visibleDuringRedraw = true;
-    frmDetails* window = nullptr;
-    window = frmDetails::ShowReport(&main, millLine, false, [&] {
+    EXPECT_EQ(frmDetails::ShowReport(&main, record, true, [&] {
         ++redraws;
         visibleDuringRedraw = window->isVisible();
-    });
+    }), window);
+    EXPECT_TRUE(window->ReportText().contains(QStringLiteral(" Last T#       7 \n")));
     auto* ok = window->findChild<QPushButton*>(QStringLiteral("Command1"));
     ASSERT_NE(ok, nullptr);
     EXPECT_EQ(ok->text(), QStringLiteral("&OK"));
@@ -187,7 +150,7 @@ TEST_F(frmDetailsTest, OkClosesTheWindowThenRedraws)
     EXPECT_FALSE(visibleDuringRedraw);
 
     // Closed any other way, the window does not redraw.
-    window = frmDetails::ShowReport(&main, millLine, false, [&] { ++redraws; });
+    window = frmDetails::ShowReport(&main, record, false, [&] { ++redraws; });
     window->close();
     EXPECT_EQ(redraws, 1);
 }
