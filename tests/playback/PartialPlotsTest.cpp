@@ -115,11 +115,13 @@ TEST(PartialPlots, ChangeCountWrapsToTheDefaultColourAfterFifteen)
     }
 }
 
-TEST(PartialPlots, ToolToEofLeavesOnlyTheAxisAndCountsWhatToolToToolSaw)
+TEST(PartialPlots, ToolToEofLeavesOnlyTheAxisCountsWhatToolToToolSawAndRunsSlowly)
 {
     Rig rig;
     ImageSurface picture(240, 120);
     rig.LoadTools({1, 1, 2, 2, 1, 1}, &picture);
+    int marks = 0;
+    rig.plotter.SetSlowMotionHook([&] { ++marks; });
 
     // What the axis alone looks like in this view.
     ImageSurface axisOnly(240, 120);
@@ -138,6 +140,17 @@ TEST(PartialPlots, ToolToEofLeavesOnlyTheAxisAndCountsWhatToolToToolSaw)
     rig.plots.PlotFrom(picture, 4);
     EXPECT_EQ(picture.Image(), axisOnly.Image());
     EXPECT_EQ(rig.dialogs.Messages, (std::vector<Message>{OnlyChanges(3, MsgIcon::Information)}));
+    EXPECT_EQ(rig.events.calls, 0);
+    EXPECT_EQ(marks, 0);
+
+    // Slow motion lets events run after each record read and marks each record drawn.
+    rig.playback.SlowMode = true;
+    rig.plots.PlotToolToTool(picture, 2, 3); // reads records 1..5, draws 3 and 4
+    EXPECT_EQ(rig.events.calls, 5);
+    EXPECT_EQ(marks, 2);
+    rig.plots.PlotFrom(picture, 1); // reads all six, draws none
+    EXPECT_EQ(rig.events.calls, 11);
+    EXPECT_EQ(marks, 2);
 }
 
 TEST(PartialPlots, PassEndResetsOnlyWhenTheWholeProgramWasRead)
@@ -171,27 +184,6 @@ TEST(PartialPlots, PassEndResetsOnlyWhenTheWholeProgramWasRead)
         EXPECT_EQ((std::vector<float>{r.StartX, r.StartY, r.StartZ, r.EndX, r.EndY, r.EndZ}),
                   (std::vector<float>{c.endX, 0, 0, c.endX, c.endX == 0 ? 0.f : -1.f, 0}));
     }
-}
-
-TEST(PartialPlots, SlowMotionLetsEventsRunAndMarksEachDrawnRecord)
-{
-    Rig rig;
-    rig.LoadTools({1, 1, 2, 2, 1, 1});
-    int marks = 0;
-    rig.plotter.SetSlowMotionHook([&] { ++marks; });
-
-    rig.plots.PlotToolToTool(rig.canvas, 2, 3);
-    rig.plots.PlotFrom(rig.canvas, 1);
-    EXPECT_EQ(rig.events.calls, 0);
-    EXPECT_EQ(marks, 0);
-
-    rig.playback.SlowMode = true;
-    rig.plots.PlotToolToTool(rig.canvas, 2, 3); // reads records 1..5, draws 3 and 4
-    EXPECT_EQ(rig.events.calls, 5);
-    EXPECT_EQ(marks, 2);
-    rig.plots.PlotFrom(rig.canvas, 1); // reads all six, draws none
-    EXPECT_EQ(rig.events.calls, 11);
-    EXPECT_EQ(marks, 2);
 }
 
 TEST(PartialPlots, ToolToEofPromptRemembersItsAnswer)
