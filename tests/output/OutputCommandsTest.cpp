@@ -81,7 +81,7 @@ protected:
     int prints = 0;
 };
 
-TEST_F(PreviewCommand, DrawsTheMainViewWithThePrintersRules)
+TEST_F(PreviewCommand, DrawsTheMainViewWithThePrintersRulesThenPrintsOrCloses)
 {
     rig.Open(Rectangle);
     rig.SetView(-10, -25, 50, 15);
@@ -107,6 +107,24 @@ TEST_F(PreviewCommand, DrawsTheMainViewWithThePrintersRules)
     for (const auto& [x, y, colour] : {std::tuple{200, 67, black}, {200, 133, black}, {67, 100, black},
                                        {333, 100, black}, {200, 100, white}, {200, 66, white}, {334, 100, white}})
         EXPECT_EQ(picture.pixel(x, y), colour) << x << ", " << y;
+    // Print asks the main window; Exit closes the window.
+    frmPreview* window = output.Preview();
+    Child<QToolButton>(*window, "cmdPrint")->click();
+    Child<QAction>(*window, "mnuPrint")->trigger();
+    EXPECT_EQ(prints, 2);
+    Preview(); // the same window is used again
+    EXPECT_EQ(output.Preview(), window);
+
+    Child<QToolButton>(*window, "cmdExit")->click();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(output.Preview(), nullptr);
+    // A new one the next time; "E&xit" closes it as well.
+    Preview();
+    ASSERT_NE(output.Preview(), nullptr);
+    Child<QAction>(*output.Preview(), "mnuExit")->trigger();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(output.Preview(), nullptr);
+    EXPECT_EQ(prints, 2);
 }
 
 TEST_F(PreviewCommand, AnEmptyProgramShowsAWhiteCanvasAndAFailureTheMessageWithoutRedraw)
@@ -133,31 +151,6 @@ TEST_F(PreviewCommand, AnEmptyProgramShowsAWhiteCanvasAndAFailureTheMessageWitho
               (std::vector<Message>{{"Print Preview Error!", "Corvane Backplot", MsgIcon::None, MsgButtons::Ok}}));
     EXPECT_EQ(redraws, 2);
     EXPECT_EQ(rig.dialogs.Pointers.back(), MousePointer::Default);
-}
-
-TEST_F(PreviewCommand, PrintAsksTheMainWindowAndExitClosesTheWindow)
-{
-    rig.Open(Rectangle);
-    rig.SetView(-10, -25, 50, 15);
-    Preview();
-    frmPreview* window = output.Preview();
-    ASSERT_NE(window, nullptr);
-    Child<QToolButton>(*window, "cmdPrint")->click();
-    Child<QAction>(*window, "mnuPrint")->trigger();
-    EXPECT_EQ(prints, 2);
-    Preview(); // the same window is used again
-    EXPECT_EQ(output.Preview(), window);
-
-    Child<QToolButton>(*window, "cmdExit")->click();
-    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_EQ(output.Preview(), nullptr);
-    // A new one the next time; "E&xit" closes it as well.
-    Preview();
-    ASSERT_NE(output.Preview(), nullptr);
-    Child<QAction>(*output.Preview(), "mnuExit")->trigger();
-    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_EQ(output.Preview(), nullptr);
-    EXPECT_EQ(prints, 2);
 }
 
 class BitmapExport : public ::testing::Test {
