@@ -103,22 +103,6 @@ TEST(Driver, StopsAtM30OrACancelledError)
     }
 }
 
-TEST(Driver, RecordNumberingRestartsOnlyWhenTheOldFileExisted)
-{
-    TranslatorRig h;
-    h.Run("G0 X1.\nG0 X2.\n");
-    fs::remove(h.translator.RecordFilePath());
-    auto records = h.Run("G0 X3.\n");
-    EXPECT_EQ(h.state().RecordCount, 3);
-    ASSERT_EQ(records.size(), 3u);
-    EXPECT_EQ(records[2].EndX, 3);
-    EXPECT_EQ(fs::file_size(h.translator.RecordFilePath()), 3u * 128);
-    records = h.Run("G0 X4.\n");
-    EXPECT_EQ(h.state().RecordCount, 1);
-    ASSERT_EQ(records.size(), 1u);
-    EXPECT_EQ(records[0].EndX, 4);
-}
-
 TEST(Driver, ASecondProgramTranslatesAsOnAFreshStart)
 {
     // Six tools; it ends in incremental linear mode with T6 in force, after an arc centred
@@ -190,7 +174,7 @@ TEST(Driver, SixteenBitCountersReportEveryLineBeyond32767)
     EXPECT_GT(h.events.calls, 0) << "events are let through during a long translation";
 
     TranslatorRig full;
-    full.state().RecordCount = 32766; // no old file: the count goes on
+    full.state().RecordCount = 32766; // no old file: the count goes on (an old one restarts it)
     full.TranslateWithoutReset(full.dir.Write("p.nc", "G0 X1.\nG0 X2.\nG0 X3.\n"));
     EXPECT_EQ(full.state().RecordCount, 32767);
     EXPECT_EQ(full.dialogs.Texts(),
