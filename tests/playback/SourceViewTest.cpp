@@ -71,7 +71,7 @@ bool LineOnScreen(const SourceView& view, int line)
     return line - 1 >= first && line - 1 < first + onScreen;
 }
 
-TEST(SourceView, ReadOnlyPaneWithLineNumbersLoadsTheFileAsItIsOnDisk)
+TEST(SourceView, ReadOnlyPaneLoadsTheFileAsItIsOnDiskAndMarksExactlyOneLine)
 {
     test::ScratchDir dir;
     SourceView view;
@@ -107,12 +107,8 @@ TEST(SourceView, ReadOnlyPaneWithLineNumbersLoadsTheFileAsItIsOnDisk)
     EXPECT_EQ(view.Editor()->text(), QString());
     EXPECT_EQ(view.LineCount(), 0);
     EXPECT_FALSE(view.MarkLine(1));
-}
 
-TEST(SourceView, MarksExactlyOneLineAndScrollsItIntoView)
-{
-    test::ScratchDir dir;
-    SourceView view;
+    // Exactly one line is marked, and scrolled into view.
     view.resize(400, 200); // about ten lines on screen
     view.show();
     ASSERT_TRUE(view.LoadFile(QString::fromStdString(dir.Write("long.nc", NumberedProgram(200)))));
