@@ -275,33 +275,32 @@ TEST(PartialPlots, ToolChangeColoursAreDistinctAndShowOnWhite)
 
 TEST(frmTool1, ToolToToolCommandPlotsOrRedrawsAfterTheDialog)
 {
-    struct Case { const char* name; const char* one; const char* two; bool ok; std::vector<Drawn> cuts; int redraws;
-        std::int16_t first, second; };
-    const Case cases[] = {
-        {"OkPlotsTheRangeTyped", "2", "3", true, {{3, ToolChangePalette[1]}, {4, ToolChangePalette[1]}}, 0, 2, 3},
-        {"CancelRedrawsTheWholeProgram", "2", "3", false, {}, 1, 0, 0},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        Rig rig;
-        rig.LoadTools({1, 1, 2, 2, 1, 1});
-        int redraws = 0;
-        QString title;
-        test::OnNextModal([&](QWidget* modal) {
+    Rig rig;
+    rig.LoadTools({1, 1, 2, 2, 1, 1});
+    int redraws = 0;
+    QString title;
+    // The dialog answered with tool changes 2 and 3 typed and `button` pressed.
+    const auto command = [&](const char* button) {
+        title.clear();
+        rig.canvas.ForgetPrimitives();
+        test::OnNextModal([&title, button](QWidget* modal) {
             title = modal->windowTitle();
-            test::Child<QLineEdit>(*modal, "txtTool1")->setText(QString::fromLatin1(c.one));
-            test::Child<QLineEdit>(*modal, "txtTool2")->setText(QString::fromLatin1(c.two));
-            test::Child<QPushButton>(*modal, c.ok ? "cmdOk" : "cmdCancel")->click();
+            test::Child<QLineEdit>(*modal, "txtTool1")->setText(QStringLiteral("2"));
+            test::Child<QLineEdit>(*modal, "txtTool2")->setText(QStringLiteral("3"));
+            test::Child<QPushButton>(*modal, button)->click();
         });
         rig.plots.ToolToToolCommand(rig.canvas, nullptr, [&] { ++redraws; });
-
-        EXPECT_EQ(title, QStringLiteral("Plot Tool to Tool"));
-        EXPECT_EQ(rig.CutsDrawn(), c.cuts);
-        EXPECT_EQ(redraws, c.redraws);
-        EXPECT_FALSE(rig.translator.State().AbortTranslation);
-        EXPECT_EQ(rig.plots.FirstTool, c.first);
-        EXPECT_EQ(rig.plots.SecondTool, c.second);
-    }
+        EXPECT_EQ(title, QStringLiteral("Plot Tool to Tool")) << button;
+        EXPECT_FALSE(rig.translator.State().AbortTranslation) << button;
+    };
+    command("cmdOk"); // plots the range typed
+    EXPECT_EQ(rig.CutsDrawn(), (std::vector<Drawn>{{3, ToolChangePalette[1]}, {4, ToolChangePalette[1]}}));
+    EXPECT_EQ(redraws, 0);
+    EXPECT_EQ((std::vector<int>{rig.plots.FirstTool, rig.plots.SecondTool}), (std::vector<int>{2, 3}));
+    command("cmdCancel"); // redraws the whole program instead and keeps the numbers
+    EXPECT_EQ(rig.CutsDrawn(), std::vector<Drawn>{});
+    EXPECT_EQ(redraws, 1);
+    EXPECT_EQ((std::vector<int>{rig.plots.FirstTool, rig.plots.SecondTool}), (std::vector<int>{2, 3}));
 }
 
 } // namespace

@@ -26,7 +26,7 @@ struct Tool1Rig {
     frmTool1 dialog;
 };
 
-TEST(frmTool1, OpensCentredWithItsCaptionsAndTheStoredNumbers)
+TEST(frmTool1, OpensCentredWithItsCaptionsAndTheStoredNumbersAndEnterMovesOn)
 {
     QWidget main;
     main.setGeometry(100, 80, 900, 700);
@@ -45,6 +45,21 @@ TEST(frmTool1, OpensCentredWithItsCaptionsAndTheStoredNumbers)
     EXPECT_EQ(Child<QPushButton>(d, "cmdCancel")->text(), QStringLiteral("Cancel"));
     for (const char* name : {"txtTool1", "txtTool2", "cmdOk", "cmdCancel"})
         EXPECT_FALSE(Child<QWidget>(d, name)->accessibleName().isEmpty()) << name;
+
+    // Enter in the first box moves to the second and selects it, without pressing OK.
+    rig.dialog.activateWindow();
+    auto* one = Child<QLineEdit>(d, "txtTool1");
+    auto* two = Child<QLineEdit>(d, "txtTool2");
+    one->setFocus();
+    QApplication::processEvents();
+    EXPECT_EQ(one->selectedText(), QStringLiteral("2"));
+    QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    QApplication::sendEvent(one, &enter);
+    QApplication::processEvents();
+    EXPECT_EQ(QApplication::focusWidget(), two);
+    EXPECT_EQ(two->selectedText(), QStringLiteral("5"));
+    EXPECT_TRUE(rig.dialog.isVisible());
+    EXPECT_EQ(rig.first, 2);
 }
 
 TEST(frmTool1, OkStoresTheNumbersTypedOrKeepsTheDialogOpenAndEveryOtherWayOutCancels)
@@ -87,27 +102,6 @@ TEST(frmTool1, OkStoresTheNumbersTypedOrKeepsTheDialogOpenAndEveryOtherWayOutCan
         EXPECT_EQ(rig.dialogs.Messages, c.messages);
         EXPECT_EQ(rig.cancelled, c.cancelled);
     }
-}
-
-TEST(frmTool1, EnterInTheFirstBoxMovesToTheSecondAndSelectsIt)
-{
-    Tool1Rig rig;
-    rig.dialog.show();
-    rig.dialog.activateWindow();
-    QApplication::processEvents();
-    auto* one = Child<QLineEdit>(rig.dialog, "txtTool1");
-    auto* two = Child<QLineEdit>(rig.dialog, "txtTool2");
-    one->setFocus();
-    QApplication::processEvents();
-    EXPECT_EQ(one->selectedText(), QStringLiteral("2"));
-
-    QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
-    QApplication::sendEvent(one, &enter);
-    QApplication::processEvents();
-    EXPECT_EQ(QApplication::focusWidget(), two);
-    EXPECT_EQ(two->selectedText(), QStringLiteral("5"));
-    EXPECT_TRUE(rig.dialog.isVisible()); // Enter there did not press OK
-    EXPECT_EQ(rig.first, 2);
 }
 
 } // namespace
