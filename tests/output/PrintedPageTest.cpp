@@ -123,7 +123,7 @@ TEST_F(PrintRendererTest, EachKindAsThePrinterDrawsIt)
                      "Line solid: 2 1 1.5 1", "PSet solid: 1.5 1"}));
 }
 
-TEST_F(PrintRendererTest, ArcsAsChordChainsCounterClockwiseFromTheirStart)
+TEST_F(PrintRendererTest, ArcsAsChordChainsCounterClockwiseUnlessShorterThanAPrinterPixel)
 {
     renderer.ArcColor = 0x123456;
     // Counter-clockwise from 0 to 90 degrees, radius 2: 72 chords from (2, 0) up to
@@ -138,10 +138,8 @@ TEST_F(PrintRendererTest, ArcsAsChordChainsCounterClockwiseFromTheirStart)
     // The clockwise arc from 90 to 0 degrees is the same quarter.
     EXPECT_EQ(TextsOf(Draw(Arc(2, 2, 90, 0))), TextsOf(p));
     EXPECT_FLOAT_EQ(renderer.ArcEndRad, static_cast<float>(std::numbers::pi / 2));
-}
 
-TEST_F(PrintRendererTest, ArcsShorterThanPrinterPixelStayOffThePage)
-{
+    // Arcs shorter than a printer pixel stay off the page.
     mapping.PrinterPixel = 1;
     const std::pair<EntityRecord, std::size_t> rows[] = {
         {Arc(3, 0.5f, 0, 90), 0},     // a quarter of radius 0.5: 0.785 long

@@ -102,7 +102,7 @@ TEST(EntityRenderer, ArcsOffTheViewOrTooShortAreSkipped)
     }
 }
 
-TEST(EntityRenderer, ClockwiseArcIsDrawnCounterClockwiseWithItsEndsSwapped)
+TEST(EntityRenderer, ArcsRunCounterClockwiseAsACircleOrSeventyTwoChords)
 {
     Fixture f;
     const double quarter = static_cast<float>(90 * (Pi / 180)), half = static_cast<float>(180 * (Pi / 180));
@@ -117,11 +117,8 @@ TEST(EntityRenderer, ClockwiseArcIsDrawnCounterClockwiseWithItsEndsSwapped)
     EXPECT_EQ((std::vector<double>{cw[0].Start, cw[0].End}), (std::vector<double>{quarter, half}));
     EXPECT_EQ((std::vector<float>{f.renderer.ArcStartRad, f.renderer.ArcEndRad}),
               (std::vector<float>{static_cast<float>(half), static_cast<float>(quarter)}));
-}
 
-TEST(EntityRenderer, LargeRadiusTurnsIntoSeventyTwoChords)
-{
-    Fixture f;
+    // A large radius turns into seventy-two chords.
     f.view.ViewX1 = f.view.ViewY1 = -1;
     f.view.ViewX2 = f.view.ViewY2 = 1;
     f.view.FitSpan = 0.25f; // up to 5 * 0.25 = 1.25 the circle primitive is used
@@ -141,12 +138,12 @@ TEST(EntityRenderer, LargeRadiusTurnsIntoSeventyTwoChords)
     EXPECT_NEAR(chords[71].Y2, 0, 1e-7);
 
     // Clockwise from 90 to 0 degrees: chords from 0 up to 90, 1.25 degrees each.
-    const auto& cw = f.Draw(Arc(2, 0, 0, 1, 90, 0));
-    ASSERT_EQ(cw.size(), 72u);
-    EXPECT_EQ(cw[0].X1, 1);
-    EXPECT_FLOAT_EQ(static_cast<float>(cw[0].X2), static_cast<float>(std::cos(1.25 * Pi / 180)));
-    EXPECT_NEAR(cw[71].X2, 0, 1e-7);
-    EXPECT_NEAR(cw[71].Y2, -1, 1e-7);
+    const auto& cwChords = f.Draw(Arc(2, 0, 0, 1, 90, 0));
+    ASSERT_EQ(cwChords.size(), 72u);
+    EXPECT_EQ(cwChords[0].X1, 1);
+    EXPECT_FLOAT_EQ(static_cast<float>(cwChords[0].X2), static_cast<float>(std::cos(1.25 * Pi / 180)));
+    EXPECT_NEAR(cwChords[71].X2, 0, 1e-7);
+    EXPECT_NEAR(cwChords[71].Y2, -1, 1e-7);
 }
 
 } // namespace
