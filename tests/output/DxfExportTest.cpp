@@ -155,27 +155,6 @@ TEST_F(DxfExportTest, HeaderFollowsTheCanvasAfterAZoomWhileEntitiesStay)
     EXPECT_FALSE(rig.translator.State().CollectDxf);
 }
 
-TEST_F(DxfExportTest, TargetsThatCannotBeWrittenFailWithTheirReasonAndLeaveNothing)
-{
-    rig.Run("G1 X1.\n");
-    const std::filesystem::path folder = rig.dir.Path();
-    std::filesystem::create_directory(folder / "v1.2");
-    rig.dir.Write("plain.txt", "a file, not a folder");
-    // A full device: the golden dxf_full_device.
-    const std::pair<std::string, const char*> rows[] = {
-        {(folder / "v1.2").string(), "Is a directory"},
-        {(folder / "missing" / "part.dxf").string(), "No such file or directory"},
-        {(folder / "plain.txt" / "part.dxf").string(), "Not a directory"},
-    };
-    for (const auto& [path, reason] : rows) {
-        std::string error;
-        EXPECT_FALSE(DxfExport(rig.translator, rig.dialogs).ExportTo(path, Canvas, error));
-        EXPECT_EQ(error, "cannot write " + path + ": " + reason);
-    }
-    EXPECT_FALSE(std::filesystem::exists(folder / "missing"));
-    EXPECT_TRUE(rig.translator.Dxf().Lines.empty());
-}
-
 TEST(ExportFileName, ExtensionOnlyWhenThereIsNoDotAnywhere)
 {
     EXPECT_EQ(WithDefaultExtension("/out/part", ".dxf"), "/out/part.dxf");
@@ -185,7 +164,7 @@ TEST(ExportFileName, ExtensionOnlyWhenThereIsNoDotAnywhere)
     EXPECT_EQ(WithDefaultExtension("part", ".bmp"), "part.bmp");
 }
 
-TEST_F(DxfExportTest, SaveAsDXFNamesTheFileByTheRuleOrEndsSilently)
+TEST_F(DxfExportTest, SaveAsDXFNamesTheFileByTheRuleOrEndsSilentlyAndBadTargetsSayWhy)
 {
     rig.Run("G1 X1. T1\n");
     const std::filesystem::path folder = rig.dir.Path();
@@ -222,6 +201,21 @@ TEST_F(DxfExportTest, SaveAsDXFNamesTheFileByTheRuleOrEndsSilently)
     EXPECT_TRUE(rig.dialogs.Messages.empty());
     EXPECT_TRUE(rig.translator.Dxf().Lines.empty());
     EXPECT_FALSE(rig.translator.State().CollectDxf);
+
+    // Targets that cannot be written fail with their reason and leave nothing. (A full
+    // device: the golden dxf_full_device.)
+    rig.dir.Write("plain.txt", "a file, not a folder");
+    const std::pair<std::string, const char*> targets[] = {
+        {(folder / "v1.2").string(), "Is a directory"},
+        {(folder / "missing" / "part.dxf").string(), "No such file or directory"},
+        {(folder / "plain.txt" / "part.dxf").string(), "Not a directory"},
+    };
+    for (const auto& [path, reason] : targets) {
+        std::string error;
+        EXPECT_FALSE(DxfExport(rig.translator, rig.dialogs).ExportTo(path, Canvas, error));
+        EXPECT_EQ(error, "cannot write " + path + ": " + reason);
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder / "missing"));
 }
 
 } // namespace

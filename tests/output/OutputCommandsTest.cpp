@@ -176,39 +176,11 @@ protected:
     int redraws = 0;
 };
 
-TEST_F(BitmapExport, SavesTheVisiblePictureThenRedraws)
+TEST_F(BitmapExport, CancelOrAFailedSaveEndsSilentlyWithoutRedrawAndASaveTakesTheVisiblePicture)
 {
-    // The kept picture is larger than what shows once the canvas has been bigger.
-    canvas.resize(300, 200);
-    QApplication::processEvents();
-    canvas.resize(120, 80);
-    QApplication::processEvents();
-
     const std::filesystem::path chosen = rig.dir.Path() / "shot";
     if (chosen.string().find('.') != std::string::npos)
         GTEST_SKIP() << "the scratch folder's path holds a dot: " << chosen;
-    rig.dialogs.SaveAnswers.push_back(chosen.string());
-    Export();
-
-    using Request = test::ScriptedDialogs::SaveRequest;
-    EXPECT_EQ(rig.dialogs.SaveRequests,
-              std::vector<Request>({{"Save As Windows bitmap", "/work/dir", {{"Windows bmp (*.bmp)", "*.bmp"}}, true}}));
-    EXPECT_EQ(output.ExportName().Name(), chosen.string() + ".bmp");
-    const std::string bytes = test::ReadAll(chosen.string() + ".bmp");
-    ASSERT_EQ(bytes.substr(0, 2), "BM");
-    QImage saved;
-    ASSERT_TRUE(saved.loadFromData(reinterpret_cast<const uchar*>(bytes.data()), static_cast<int>(bytes.size()), "BMP"));
-    EXPECT_EQ(saved.size(), QSize(120, 80));
-    const QRgb red = qRgb(255, 0, 0), white = qRgb(255, 255, 255);
-    for (const auto& [x, y, colour] :
-         {std::tuple{0, 40, red}, {119, 39, white}, {60, 40, red}, {115, 75, qRgb(0, 0, 255)}, {60, 10, white}})
-        EXPECT_EQ(saved.pixel(x, y), colour) << x << ", " << y;
-    EXPECT_EQ(redraws, 1);
-    EXPECT_TRUE(rig.dialogs.Messages.empty());
-}
-
-TEST_F(BitmapExport, CancelOrAFailedSaveEndsSilentlyWithoutRedraw)
-{
     Export(); // cancelled
     EXPECT_EQ(redraws, 0);
     EXPECT_EQ(output.ExportName().Name(), "");
@@ -231,8 +203,34 @@ TEST_F(BitmapExport, CancelOrAFailedSaveEndsSilentlyWithoutRedraw)
     EXPECT_EQ(redraws, 0);
     EXPECT_EQ(test::ReadAll(old), "old picture");
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(rig.dir.Path()), {}), 2) << "v1.2 and old.bmp";
+
+    // Saved: the visible picture, then a redraw. The kept picture is larger than what shows
+    // once the canvas has been bigger.
+    canvas.resize(300, 200);
+    QApplication::processEvents();
+    canvas.resize(120, 80);
+    QApplication::processEvents();
+
+    rig.dialogs.SaveAnswers.push_back(chosen.string());
+    Export();
+
+    using Request = test::ScriptedDialogs::SaveRequest;
+    EXPECT_EQ(rig.dialogs.SaveRequests.back(),
+              (Request{"Save As Windows bitmap", "/work/dir", {{"Windows bmp (*.bmp)", "*.bmp"}}, true}));
+    EXPECT_EQ(output.ExportName().Name(), chosen.string() + ".bmp");
+    const std::string bytes = test::ReadAll(chosen.string() + ".bmp");
+    ASSERT_EQ(bytes.substr(0, 2), "BM");
+    QImage saved;
+    ASSERT_TRUE(saved.loadFromData(reinterpret_cast<const uchar*>(bytes.data()), static_cast<int>(bytes.size()), "BMP"));
+    EXPECT_EQ(saved.size(), QSize(120, 80));
+    const QRgb red = qRgb(255, 0, 0), white = qRgb(255, 255, 255);
+    for (const auto& [x, y, colour] :
+         {std::tuple{0, 40, red}, {119, 39, white}, {60, 40, red}, {115, 75, qRgb(0, 0, 255)}, {60, 10, white}})
+        EXPECT_EQ(saved.pixel(x, y), colour) << x << ", " << y;
+    EXPECT_EQ(redraws, 1);
     EXPECT_TRUE(rig.dialogs.Messages.empty());
 }
+
 
 TEST_F(BitmapExport, BothExportsShareTheLastChosenName)
 {
