@@ -79,7 +79,7 @@ protected:
     QString status;
 };
 
-TEST_F(PrintTest, WideViewFillsThePageWidthCentredVertically)
+TEST_F(PrintTest, WideViewFillsThePageWidthCentredVerticallyAndWithoutAPrinterGoesToTheDataFolder)
 {
     rig.Open(Rectangle);
     // 60 x 40 units around the rectangle; the screen is mid-step at the first record, the
@@ -107,6 +107,18 @@ TEST_F(PrintTest, WideViewFillsThePageWidthCentredVertically)
     // The drawing's middle, (164 + 663) / 2 and (522 + 647) / 2, is the page's, 28 + 786 / 2 =
     // 421 points (585 px) down.
     ExpectRectangleEdges(Rasterise(pdf), 164, 663, 522, 647);
+
+    // Without a printer and without a file of its own, the page goes to the PDF file in
+    // the data folder.
+    OutputCommands fallback;
+    if (fallback.Printer().outputFormat() != QPrinter::PdfFormat)
+        GTEST_SKIP() << "this machine has a printer";
+    ASSERT_TRUE(fallback.Print(rig.plotter, rig.translator, rig.settings, rig.dialogs,
+                               [this](const QString& s) { status = s; }));
+    const std::filesystem::path expected = rig.dir.Path() / "TKZPrint.pdf";
+    EXPECT_EQ(fallback.PdfFile().toStdString(), expected.string());
+    EXPECT_EQ(status.toStdString(), "  No printer here: the page was saved as " + expected.string());
+    EXPECT_EQ(test::ReadAll(expected).substr(0, 5), "%PDF-");
 }
 
 TEST_F(PrintTest, FailuresShowTheMessageAndSendNoPageAndNoProgramSendsABlankOne)
@@ -163,22 +175,6 @@ TEST_F(PrintTest, FailuresShowTheMessageAndSendNoPageAndNoProgramSendsABlankOne)
     for (const auto& entry : std::filesystem::directory_iterator(rig.dir.Path()))
         EXPECT_NE(entry.path().filename().string().front(), '.') << entry.path();
     EXPECT_TRUE(status.isEmpty());
-}
-
-TEST(PrintFallback, WithoutAPrinterThePageGoesToThePdfFileInTheDataFolder)
-{
-    test::PlotRig rig;
-    rig.Open(Rectangle);
-    rig.SetView(-10, -25, 50, 15);
-    OutputCommands output;
-    if (output.Printer().outputFormat() != QPrinter::PdfFormat)
-        GTEST_SKIP() << "this machine has a printer";
-    QString status;
-    ASSERT_TRUE(output.Print(rig.plotter, rig.translator, rig.settings, rig.dialogs, [&](const QString& s) { status = s; }));
-    const std::filesystem::path expected = rig.dir.Path() / "TKZPrint.pdf";
-    EXPECT_EQ(output.PdfFile().toStdString(), expected.string());
-    EXPECT_EQ(status.toStdString(), "  No printer here: the page was saved as " + expected.string());
-    EXPECT_EQ(test::ReadAll(expected).substr(0, 5), "%PDF-");
 }
 
 TEST(CliPrint, WritesThePageTheWindowWouldPrintAfterOpening)
