@@ -260,7 +260,6 @@ TEST(Driver, HostileInputNeitherCrashesNorHangs)
         {"random bytes", noise, Any, Any}, {"NUL bytes", std::string("\0G1\0 X1.\0\n\0\0", 12), 1, 0},
         {"one 100,000-character line without a line end", longLine, 1, 0},
         {"100,000 digits overflow", "G1 X" + std::string(100000, '9') + "\n", 0, 1},
-        {"only comments", "(A)\n(B)\n/G1 X1.\n", 0, 0},
     };
     for (const auto& row : rows) {
         TranslatorRig h;
