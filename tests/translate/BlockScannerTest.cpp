@@ -1,5 +1,5 @@
 #include "BlockScanner.h"
-#include "ReferenceScanner.h"
+#include "NumberText.h"
 #include "RunTimeError.h"
 
 #include <bit>
@@ -70,6 +70,124 @@ TEST(BlockScanner, ScanValueReadsDecimalAndImpliedDecimalForms)
 }
 
 namespace {
+
+// Cuts a block at the first comment-start character of "(/'," (block delete and comma
+// included): everything from it on is dropped.
+void ReferenceStripComment(std::string& block)
+{
+    const std::size_t cut = block.find_first_of("(/',");
+    if (cut != std::string::npos)
+        block.resize(cut);
+}
+
+// True when `word` followed by a blank stands somewhere in `text`.
+bool ContainsWordThenBlank(std::string_view text, std::string_view word)
+{
+    for (std::size_t at = text.find(word); at != std::string_view::npos; at = text.find(word, at + 1)) {
+        const std::size_t next = at + word.size();
+        if (next < text.size() && text[next] == ' ')
+            return true;
+    }
+    return false;
+}
+
+std::int16_t Position16(std::size_t zeroBased)
+{
+    if (zeroBased + 1 > static_cast<std::size_t>(INT16_MAX))
+        throw RunTimeError("Overflow");
+    return static_cast<std::int16_t>(zeroBased + 1);
+}
+
+// The block scanner written the plain way: every question searches the block again from
+// its start, as the rules are stated. The translator's BlockScanner answers the same
+// questions from one pass; the test below holds the two against each other.
+class ReferenceScanner {
+public:
+    explicit ReferenceScanner(std::string_view block) : block_(block) {}
+    bool Contains(char letter) const { return block_.find(letter) != std::string::npos; }
+
+    // 1-based position of the G word `code` (or else `altCode`) when it stands in the
+    // block as a word of its own ("G1" is not found in "G17"), 0 when absent. The
+    // position is that of the plain substring and only serves as a yes/no answer.
+    std::int16_t GWordPos(std::string_view code, std::string_view altCode) const
+    {
+        const std::size_t codeAt = block_.find(code);
+        const std::size_t altAt = altCode.empty() ? std::string::npos : block_.find(altCode);
+        if (codeAt == std::string::npos && altAt == std::string::npos)
+            return 0;
+        const std::string spaced = Spaced();
+        if (ContainsWordThenBlank(spaced, code))
+            return Position16(codeAt);
+        if (!altCode.empty() && ContainsWordThenBlank(spaced, altCode))
+            return Position16(altAt);
+        return 0;
+    }
+
+    // The characters after the first `letter` that belong to "1234567890-+. ".
+    std::string_view NumberText(char letter) const
+    {
+        const std::size_t at = block_.find(letter);
+        if (at == std::string::npos)
+            return {};
+        const std::size_t start = at + 1;
+        std::size_t end = start;
+        while (end < block_.size() && std::string_view("1234567890-+. ").find(block_[end]) != std::string_view::npos)
+            ++end;
+        return std::string_view(block_).substr(start, end - start);
+    }
+
+    // The number after `letter` as a whole number, halves rounded to even (S, T, N, P, L).
+    std::int32_t ScanLong(char letter) const { return RoundToInt32(LeadingValue(NumberText(letter))); }
+
+    // The number after `letter` as a real (X, Y, Z, I, J, K, R, F, B). Without a decimal
+    // point the digits are implied decimals: "X25" is 0.0025. An implied-decimal text
+    // that is not one number ("-", "1 2") raises RunTimeError.
+    double ScanValue(char letter) const
+    {
+        const std::size_t at = block_.find(letter);
+        if (at == std::string::npos)
+            return 0;
+        // A letter standing last (before trailing blanks) reads 0; the test compares the
+        // position in the block with the trimmed length, as leading blanks shorten it.
+        const std::size_t first = block_.find_first_not_of(' ');
+        const std::size_t last = block_.find_last_not_of(' ');
+        const std::size_t trimmedLength = first == std::string::npos ? 0 : last - first + 1;
+        if (at + 2 > trimmedLength)
+            return 0;
+        const std::string_view text = NumberText(letter);
+        if (text.empty())
+            return 0;
+        if (text.find('.') != std::string_view::npos)
+            return LeadingValue(text);
+        const std::optional<double> whole = StrictValue(text);
+        if (!whole)
+            throw RunTimeError("Type mismatch");
+        return *whole * 0.0001;
+    }
+
+private:
+    // Every upper-case letter gets a blank before it, digits are kept, anything else turns
+    // into a blank: "N10G01X1.5" becomes "N10 G01 X1 5" and trailing blanks. A word is then
+    // a code followed by a blank.
+    std::string Spaced() const
+    {
+        std::string spaced(2 * block_.size(), ' ');
+        std::size_t letters = 0;
+        for (std::size_t i = 0; i < block_.size(); ++i) {
+            const char c = block_[i];
+            if (c >= 'A' && c <= 'Z') {
+                ++letters;
+                spaced[i + letters] = c;
+            } else if (c >= '0' && c <= '9') {
+                spaced[i + letters] = c;
+            }
+        }
+        const std::size_t first = spaced.find_first_not_of(' ');
+        return spaced.erase(0, first == std::string::npos ? spaced.size() : first);
+    }
+
+    std::string block_;
+};
 
 // Every answer a scanner gives about a block, written out: the letters' presence, number
 // texts, values (as bit patterns, so -0 differs from 0) and whole numbers, the G words, and
