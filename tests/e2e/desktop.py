@@ -51,8 +51,11 @@ def run(case):
     """The end-to-end case `case(desktop, checks, program)` on a private desktop, with the
     program named on the command line; exits 0, or fails with every fault found."""
     checks = Checks()
-    with Desktop() as desktop:
+    desktop = Desktop()
+    try:
         case(desktop, checks, sys.argv[1])
+    finally:
+        desktop.close()
     checks.done()
     sys.exit(0)
 
@@ -150,16 +153,11 @@ class Desktop:
 
     # ---- the program ----
 
-    def start(self, program, *args):
-        self.app = subprocess.Popen([program, *args], env=self.env, stdout=subprocess.DEVNULL,
-                                    stderr=subprocess.PIPE)
-        self.processes.append(self.app)
-        return self.app
-
-    def start_shown(self, program, *args):
+    def start_shown(self, program):
         """Starts the program and waits for its main window on screen and on the accessibility
         bus: (the X window, the accessible application, its accessible main window)."""
-        self.start(program, *args)
+        self.app = subprocess.Popen([program], env=self.env, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE)
+        self.processes.append(self.app)
         main_window = self.window("Tarvo Backplot")
         self.park_pointer()
         app = self.accessible_app()
@@ -183,40 +181,30 @@ class Desktop:
         wait_for("the program to be drawn", lambda: toolbar_state(frame)["Step"] or
                  set(self.window_names()) - {"Tarvo Backplot"})
 
-    def wait_exit(self, timeout=60):
-        """The program's exit status once it has ended by itself."""
-        try:
-            return self.app.wait(timeout=timeout)
-        except subprocess.TimeoutExpired:
-            raise TestFailure("the program did not end within %d s" % timeout)
-
     # ---- the display, as a user sees it ----
 
-    def xdotool(self, *args, timeout=20):
-        result = subprocess.run(["xdotool", *args], env=self.env, capture_output=True, text=True, timeout=timeout)
-        return result.stdout.strip()
+    def xdotool(self, *args):
+        return subprocess.run(["xdotool", *args], env=self.env, capture_output=True, text=True,
+                              timeout=20).stdout.strip()
 
-    def window(self, title, timeout=60):
-        """The visible top-level window whose title is exactly `title` (as the platform has it)."""
+    def window(self, title):
+        """The visible top-level window whose title is exactly `title` (as the platform has it);
+        fails at once, with what the program wrote to stderr, when it has ended."""
         pattern = "^" + "".join("\\" + c if c in ".^$*+?()[]{}|\\" else c for c in title) + "$"
-        def probe():
-            self.check_running()
-            return self.xdotool("search", "--onlyvisible", "--name", pattern)
-        found = wait_for("a window titled " + repr(title), probe, timeout)
-        return found.split()[0]
 
-    def check_running(self):
-        """Fails at once, with what the program wrote to stderr, when it has ended."""
-        if self.app is not None and self.app.poll() is not None:
-            errors = self.app.stderr.read().decode(errors="replace") if self.app.stderr else ""
-            raise TestFailure("the program ended with status %d: %s" % (self.app.returncode, errors.strip()))
+        def probe():
+            if self.app.poll() is not None:
+                raise TestFailure("the program ended with status %d: %s" % (
+                    self.app.returncode, self.app.stderr.read().decode(errors="replace").strip()))
+            return self.xdotool("search", "--onlyvisible", "--name", pattern)
+        return wait_for("a window titled " + repr(title), probe).split()[0]
 
     def window_names(self):
         ids = self.xdotool("search", "--onlyvisible", "--name", ".").split()
         return sorted(self.xdotool("getwindowname", i) for i in ids)
 
-    def wait_gone(self, title, timeout=60):
-        wait_for("the window " + repr(title) + " to close", lambda: title not in self.window_names(), timeout)
+    def wait_gone(self, title):
+        wait_for("the window " + repr(title) + " to close", lambda: title not in self.window_names())
 
     # Keys go through the server's test extension to the focused window, as typed keys
     # do; events sent to a window directly reach Qt twice over (press, then again on the
@@ -250,7 +238,7 @@ class Desktop:
 
     # ---- the accessibility tree, as a screen reader reads it ----
 
-    def accessible_app(self, name="TKZBackplot", timeout=60):
+    def accessible_app(self):
         """The program on the accessibility bus; after a restart, the new process, not the
         one that has just ended."""
         import pyatspi
@@ -260,13 +248,12 @@ class Desktop:
             for i in range(desktop.childCount):
                 child = desktop.getChildAtIndex(i)
                 try:
-                    if child is not None and child.name == name and (
-                            self.app is None or child.get_process_id() == self.app.pid):
+                    if child is not None and child.name == "TKZBackplot" and child.get_process_id() == self.app.pid:
                         return child
                 except Exception:
                     continue  # an application leaving the bus
             return None
-        return wait_for("the program on the accessibility bus", find, timeout)
+        return wait_for("the program on the accessibility bus", find)
 
     def close(self):
         for process in reversed(self.processes):
@@ -282,15 +269,8 @@ class Desktop:
             pass
         shutil.rmtree(self.folder, ignore_errors=True)
 
-    def __enter__(self):
-        return self
 
-    def __exit__(self, *exc):
-        self.close()
-        return False
-
-
-def set_field(app, text, timeout=60.0):
+def set_field(app, text):
     """Puts `text` into the editable text field that has the keyboard focus, through the
     accessibility bus, and waits until the field reads it back."""
     import pyatspi
@@ -299,10 +279,9 @@ def set_field(app, text, timeout=60.0):
         found = find_all(app, lambda n: n.getRole() == pyatspi.ROLE_TEXT and
                          n.getState().contains(pyatspi.STATE_FOCUSED))
         return found[0] if found else None
-    node = wait_for("a focused text field", field, timeout)
+    node = wait_for("a focused text field", field)
     node.queryEditableText().setTextContents(text)
-    wait_for("the field to read " + repr(text),
-             lambda: node.queryText().getText(0, -1) == text, timeout)
+    wait_for("the field to read " + repr(text), lambda: node.queryText().getText(0, -1) == text)
     return node
 
 
@@ -325,23 +304,15 @@ def find_all(accessible, predicate):
 
 # ---- reading the tree as a screen reader does ----
 
-def has_state(node, state):
-    return node.getState().contains(state)
+def has_state(name):
+    """A reader of one state of a node, by its name in pyatspi ("ENABLED" for STATE_ENABLED)."""
+    def read(node):
+        import pyatspi
+        return node.getState().contains(getattr(pyatspi, "STATE_" + name))
+    return read
 
 
-def enabled(node):
-    import pyatspi
-    return has_state(node, pyatspi.STATE_ENABLED)
-
-
-def checked(node):
-    import pyatspi
-    return has_state(node, pyatspi.STATE_CHECKED)
-
-
-def showing(node):
-    import pyatspi
-    return has_state(node, pyatspi.STATE_SHOWING)
+enabled, checked, showing, focused = (has_state(name) for name in ("ENABLED", "CHECKED", "SHOWING", "FOCUSED"))
 
 
 def text_of(node):
@@ -362,10 +333,6 @@ def heard(node):
     return found
 
 
-def reads(node, expected):
-    return expected in heard(node)
-
-
 def wait_reading(node, pattern, timeout=5.0, unlike=()):
     """The match of `pattern` (a regular expression for the whole text) with what a screen
     reader hears from the node, once one matches; None when none has after `timeout`.
@@ -380,14 +347,13 @@ def wait_reading(node, pattern, timeout=5.0, unlike=()):
         return None
 
 
-def find_one(root, predicate, what, timeout=60.0):
+def find_one(root, predicate, what):
     """The first node (depth first) for which predicate holds, once there is one."""
-    return wait_for(what, lambda: next(iter(find_all(root, predicate)), None), timeout)
+    return wait_for(what, lambda: next(iter(find_all(root, predicate)), None))
 
 
-def role_named(root, role, name, what=None, timeout=60.0):
-    return find_one(root, lambda n: n.getRole() == role and n.name == name,
-                    what or "%s %r" % (role, name), timeout)
+def role_named(root, role, name):
+    return find_one(root, lambda n: n.getRole() == role and n.name == name, "%s %r" % (role, name))
 
 
 def children(node):
@@ -399,10 +365,10 @@ def top_windows(app, role=None):
     return [w for w in children(app) if showing(w) and (role is None or w.getRole() == role)]
 
 
-def top_window(app, title, timeout=60.0):
+def top_window(app, title):
     """The accessible node of the shown top-level window with this title."""
     return wait_for("the window %r on the accessibility bus" % title,
-                    lambda: next((w for w in top_windows(app) if w.name == title), None), timeout)
+                    lambda: next((w for w in top_windows(app) if w.name == title), None))
 
 
 def press_button(node, name="Press"):
@@ -479,12 +445,12 @@ def menu_popup(item):
     return next((child for child in children(item) if child.getRole() == pyatspi.ROLE_POPUP_MENU), None)
 
 
-def shown_popup(item, what, timeout=60.0):
+def shown_popup(item, what):
     """The menu of a menu item, once it is shown."""
     def probe():
         popup = menu_popup(item)
         return popup if popup is not None and showing(popup) else None
-    return wait_for(what, probe, timeout)
+    return wait_for(what, probe)
 
 
 def menu_items(popup):
@@ -520,9 +486,9 @@ def close_menu(desktop, frame, popup):
     desktop.press("Escape")
     wait_for("the menu to close", lambda: not showing(popup))
     bar = find_one(frame, lambda n: n.getRole() == pyatspi.ROLE_MENU_BAR, "the menu bar")
-    if has_state(bar, pyatspi.STATE_FOCUSED):
+    if focused(bar):
         desktop.press("Escape")
-        wait_for("the menu bar to let the keyboard go", lambda: not has_state(bar, pyatspi.STATE_FOCUSED))
+        wait_for("the menu bar to let the keyboard go", lambda: not focused(bar))
 
 
 def open_properties(d, main_window, frame, app):
@@ -547,7 +513,7 @@ def open_details(d, main_window, frame, app):
 def close_details(d, details):
     """The Details window's OK button, through the accessibility bus."""
     import pyatspi
-    press_button(role_named(details, pyatspi.ROLE_PUSH_BUTTON, "OK", "the OK button"))
+    press_button(role_named(details, pyatspi.ROLE_PUSH_BUTTON, "OK"))
     d.wait_gone("Details")
 
 
@@ -555,7 +521,10 @@ def exit_program(d, main_window, frame):
     """File > Exit from the keyboard: the program's exit status."""
     open_menu(d, main_window, frame, "File", "alt+f")
     d.press("x")
-    return d.wait_exit()
+    try:
+        return d.app.wait(timeout=60)
+    except subprocess.TimeoutExpired:
+        raise TestFailure("the program did not end within 60 s")
 
 
 def meaningful(name):
@@ -565,13 +534,10 @@ def meaningful(name):
 
 # ---- the companion CLI ----
 
-def cli_program(program):
-    """backplot-cli of the same build as the window program (build/app/backplot)."""
-    return os.path.join(os.path.dirname(os.path.dirname(os.path.abspath(program))), "cli", "backplot-cli")
-
-
 def cli(program, *args):
-    result = subprocess.run([cli_program(program), *args], capture_output=True, text=True, timeout=120)
+    """Runs backplot-cli of the same build as the window program (build/app/backplot)."""
+    cli_program = os.path.join(os.path.dirname(os.path.dirname(os.path.abspath(program))), "cli", "backplot-cli")
+    result = subprocess.run([cli_program, *args], capture_output=True, text=True, timeout=120)
     check(result.returncode == 0, "backplot-cli %s failed (%d): %s" % (" ".join(args), result.returncode,
                                                                        result.stderr))
     return result.stdout

@@ -2,7 +2,7 @@
 items, the exact title and filters of the "Save As DXF File" dialog (opened in the "Work
 Dir"), its refusal of a name that does not exist, the overwrite question for one that
 does, and the written file: byte for byte what `backplot-cli dxf` writes for the same
-program on a canvas of the same size, ending in "0", "EOF"."""
+program on a canvas of the same size."""
 
 import os
 import tempfile
@@ -20,13 +20,6 @@ def alert(app):
 def alert_text(box):
     import pyatspi
     return [n.name for n in find_all(box, lambda n: n.getRole() == pyatspi.ROLE_LABEL and n.name)]
-
-
-def entities(dxf):
-    """The lines of the ENTITIES section."""
-    lines = dxf.split(b"\r\n")
-    start = lines.index(b"ENTITIES")
-    return lines[start + 1:lines.index(b"ENDSEC", start)]
 
 
 def main(d, checks, program):
@@ -78,7 +71,7 @@ def main(d, checks, program):
     d.key(dialog_window, "Return")
     box = wait_for("the replace question", lambda: alert(app))
     checks.equal("replace question", alert_text(box), ["part.dxf already exists.\nDo you want to replace it?"])
-    role_named(box, pyatspi.ROLE_PUSH_BUTTON, "Yes", "the Yes button")
+    role_named(box, pyatspi.ROLE_PUSH_BUTTON, "Yes")
     d.press("alt+y")
     d.wait_gone("Save As DXF File")
     checks.equal("windows after the export", d.window_names(), ["mill_pocket_plate.nc \u2014 Tarvo Backplot"])
@@ -86,14 +79,11 @@ def main(d, checks, program):
     # 5. The file, against the CLI's for the canvas of the same size.
     written = wait_for("the DXF file to be written",
                        lambda: (lambda b: b if b.endswith(b"EOF\r\n") else None)(open(target, "rb").read()))
-    checks.expect(written.endswith(b"\r\n0\r\nEOF\r\n"), "the file ends in 0, EOF: %r" % written[-20:])
-    width, height = extents(role_named(frame, pyatspi.ROLE_FILLER, "Plot", "the canvas"))[2:]
+    width, height = extents(role_named(frame, pyatspi.ROLE_FILLER, "Plot"))[2:]
     with tempfile.TemporaryDirectory() as scratch:
         expected_path = os.path.join(scratch, "expected.dxf")
         cli(program, "dxf", sample, "-o", expected_path, "--size", "%dx%d" % (width, height))
         expected = open(expected_path, "rb").read()
-    checks.equal("LINE entities", entities(written).count(b"LINE"), entities(expected).count(b"LINE"))
-    checks.expect(entities(expected).count(b"LINE") > 0, "the sample has straight cuts")
     got, want = written.split(b"\r\n"), expected.split(b"\r\n")
     first = next((i for i, (a, b) in enumerate(zip(got, want)) if a != b), min(len(got), len(want)))
     checks.expect(got == want, "the file differs from the CLI's (canvas %dx%d) at line %d: %r, expected %r"

@@ -1,12 +1,13 @@
 """Opening a sample through File > Open... as a keyboard user does, read as a screen reader
 reads it: the File and View menus before and after (names, enabled and checked states,
-no "Plot From"), the exact title of the open dialog, the status texts after the drawing,
-the toolbar before and after, and the new recent-files entry."""
+no "Plot From"), the exact titles the platform gives the windows, the open dialog showing a
+part program whose name has no extension, an empty file refused, the status texts after
+the drawing, the toolbar before and after, and the new recent-files entry."""
 
 import os
 
-from desktop import (TOOL_TIPS, close_menu, enabled_only, heard, menu_items, open_menu, reads, run, status_labels,
-                     toolbar_state)
+from desktop import (TOOL_TIPS, close_menu, enabled_only, find_all, heard, menu_items, open_menu, run, status_labels,
+                     toolbar_state, wait_for)
 
 # What the View menu shows, in order, whatever is loaded; "Plot From" is never among them.
 VIEW_ITEMS = ["Clear", "Redraw", "Auto Redraw", "Zoom", "Pan", "Single Block Step", "Step Details",
@@ -35,11 +36,14 @@ def read_menu(d, window, frame, title, key):
 
 def main(d, checks, program):
     sample = os.path.join(os.path.dirname(os.path.abspath(program)), "mill_pocket_plate.nc")
-    main_window, app, frame = d.start_shown(program)
+    work = os.path.dirname(d.write("work/part", "G1 X1. Y1.\n"))
+    empty = d.write("work/empty.nc", "")
+    d.store_settings(Work_Dir=work)
+    main_window, app, frame = d.start_shown(program)  # the windows are found by their exact titles
 
     # 1. Nothing loaded: only what needs no program can be used.
     comment, code, xpos, ypos = status_labels(frame)
-    checks.expect(reads(comment, "  Ready"), "comment label before an open: %r" % heard(comment))
+    checks.expect("  Ready" in heard(comment), "comment label before an open: %r" % heard(comment))
     checks.equal("toolbar before an open", toolbar_state(frame), TOOLBAR_EMPTY)
     checks.equal("File menu before an open", read_menu(d, main_window, frame, "File", "alt+f"), file_menu(False))
     checks.equal("View menu before an open", read_menu(d, main_window, frame, "View", "alt+v"),
@@ -47,15 +51,27 @@ def main(d, checks, program):
     # Leaving the menus gave the main window no Esc (which would enable Step and more).
     checks.equal("toolbar after reading the menus", toolbar_state(frame), TOOLBAR_EMPTY)
 
-    # 2. File > Open... from the keyboard, the dialog found by its exact title; drawn once
-    #    the toolbar, the last thing the open sets, is on.
-    d.open_program(main_window, app, frame, "mill_pocket_plate.nc", from_menu=True)
+    # 2. Ctrl+O in the "Work Dir": a program named without an extension is listed; an empty
+    #    file is refused by a box of its own title, and nothing else is opened.
+    d.open_program(main_window, app, frame, "empty.nc", lambda dialog: wait_for(
+        "'part' listed in the open dialog", lambda: find_all(app, lambda n: n.name == "part")))
+    box = d.window("Corvane Backplot")
+    checks.equal("the message text", wait_for("the message text", lambda: [
+        n.name for n in find_all(app, lambda n: n.name.endswith(" is an empty file"))]), [empty + " is an empty file"])
+    checks.equal("windows with the message", d.window_names(), ["Corvane Backplot", "Tarvo Backplot"])
+    d.key(box, "Return")
+    d.wait_gone("Corvane Backplot")
+    checks.equal("toolbar after the empty file", toolbar_state(frame), TOOLBAR_EMPTY)
+
+    # 3. File > Open... from the keyboard; drawn once the toolbar, the last thing the open
+    #    sets, is on.
+    d.open_program(main_window, app, frame, sample, from_menu=True)
     checks.equal("windows after the open", d.window_names(), ["mill_pocket_plate.nc \u2014 Tarvo Backplot"])
     checks.equal("toolbar after the open", toolbar_state(frame), TOOLBAR_LOADED)
-    checks.expect(reads(comment, " Opening file " + sample), "comment label after the open: %r" % heard(comment))
-    checks.expect(reads(code, " mill_pocket_plate.nc"), "code label after the open: %r" % heard(code))
+    checks.expect(" Opening file " + sample in heard(comment), "comment label after the open: %r" % heard(comment))
+    checks.expect(" mill_pocket_plate.nc" in heard(code), "code label after the open: %r" % heard(code))
 
-    # 3. The menus for a loaded program, and the file at the head of the recent files.
+    # 4. The menus for a loaded program, and the file at the head of the recent files.
     checks.equal("File menu after the open", read_menu(d, main_window, frame, "File", "alt+f"),
                  file_menu(True) + [(sample, True, False)])
     checks.equal("View menu after the open", read_menu(d, main_window, frame, "View", "alt+v"),

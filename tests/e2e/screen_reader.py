@@ -85,7 +85,7 @@ def main(d, checks, program):
     #    gives Step Details back), the View menu the source.
     d.key(main_window, "s")
     d.key(main_window, "s")
-    listing = role_named(frame, pyatspi.ROLE_TEXT, "Stepped blocks", "the step listing")
+    listing = role_named(frame, pyatspi.ROLE_TEXT, "Stepped blocks")
     wait_for("the step listing", lambda: showing(listing))
     open_menu(d, main_window, frame, "View", "alt+v")
     d.press("v")
