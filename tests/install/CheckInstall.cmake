@@ -92,11 +92,9 @@ foreach(pair
   endif()
 endforeach()
 
-# ---- The menu entry ----
+# ---- The menu entry (its form is the validator's below) ----
 file(STRINGS ${PREFIX}/share/applications/tarvo-backplot.desktop desktop_lines)
 foreach(line
-    "[Desktop Entry]"
-    "Type=Application"
     "Name=Tarvo Backplot"
     "Exec=${PREFIX}/bin/backplot %f"
     "TryExec=${PREFIX}/bin/backplot"
@@ -109,31 +107,29 @@ foreach(line
   endif()
 endforeach()
 
-# ---- The menu entry and the software centre's entry pass their validators without a word ----
+# ---- The menu entry and the software centre's entry pass their validators without a word.
+# The tools come with the project's dependencies: a check left out for want of one would
+# pass without looking, so a missing tool fails here ----
 set(metainfo ${PREFIX}/share/metainfo/com.corvane.tarvo_backplot.metainfo.xml)
-find_program(desktop_file_validate desktop-file-validate)
-find_program(appstreamcli appstreamcli)
-if(desktop_file_validate)
-  execute_process(COMMAND ${desktop_file_validate} ${PREFIX}/share/applications/tarvo-backplot.desktop
-    RESULT_VARIABLE status OUTPUT_VARIABLE said ERROR_VARIABLE said)
-  if(NOT status EQUAL 0 OR said)
-    fail("desktop-file-validate (${status}): ${said}")
+foreach(tool desktop-file-validate appstreamcli man update-mime-database gio)
+  find_program(${tool}_program ${tool})
+  if(NOT ${tool}_program)
+    message(FATAL_ERROR "${tool} is missing: run scripts/install-deps.sh")
   endif()
-else()
-  message(STATUS "desktop-file-validate missing: the menu entry is not validated")
+endforeach()
+execute_process(COMMAND ${desktop-file-validate_program} ${PREFIX}/share/applications/tarvo-backplot.desktop
+  RESULT_VARIABLE status OUTPUT_VARIABLE said ERROR_VARIABLE said)
+if(NOT status EQUAL 0 OR said)
+  fail("desktop-file-validate (${status}): ${said}")
 endif()
-if(appstreamcli)
-  # validate-tree also checks that the metadata, its menu entry and its icon belong together.
-  foreach(check "validate;${metainfo}" "validate-tree;${PREFIX}")
-    execute_process(COMMAND ${appstreamcli} ${check} --no-net --pedantic
-      RESULT_VARIABLE status OUTPUT_VARIABLE said ERROR_VARIABLE said)
-    if(NOT status EQUAL 0 OR said MATCHES "(^|\n)[EWIP]: ")
-      fail("appstreamcli ${check} (${status}): ${said}")
-    endif()
-  endforeach()
-else()
-  message(STATUS "appstreamcli missing: the metadata is not validated")
-endif()
+# validate-tree also checks that the metadata, its menu entry and its icon belong together.
+foreach(check "validate;${metainfo}" "validate-tree;${PREFIX}")
+  execute_process(COMMAND ${appstreamcli_program} ${check} --no-net --pedantic
+    RESULT_VARIABLE status OUTPUT_VARIABLE said ERROR_VARIABLE said)
+  if(NOT status EQUAL 0 OR said MATCHES "(^|\n)[EWIP]: ")
+    fail("appstreamcli ${check} (${status}): ${said}")
+  endif()
+endforeach()
 # Its newest release is this version.
 file(READ ${metainfo} metadata)
 string(REGEX MATCH "<release version=\"([^\"]*)\"" newest "${metadata}")
@@ -146,74 +142,63 @@ endif()
 
 # ---- The manual pages render without a warning, as lintian reads them ----
 file(GLOB man_pages ${PREFIX}/share/man/man*/*)
-find_program(man_program man)
-if(man_program)
-  foreach(page IN LISTS man_pages)
-    execute_process(COMMAND ${CMAKE_COMMAND} -E env LC_ALL=C.UTF-8 MANROFFSEQ= MANWIDTH=80
-        ${man_program} --warnings -E UTF-8 -l -Tutf8 -Z ${page}
-      RESULT_VARIABLE status OUTPUT_VARIABLE text ERROR_VARIABLE warnings)
-    if(NOT status EQUAL 0 OR warnings OR NOT text)
-      fail("man ${page} (${status}): ${warnings}")
-    endif()
-  endforeach()
-elseif(man_pages)
-  message(STATUS "man missing: the manual pages are not read back")
-endif()
+foreach(page IN LISTS man_pages)
+  execute_process(COMMAND ${CMAKE_COMMAND} -E env LC_ALL=C.UTF-8 MANROFFSEQ= MANWIDTH=80
+      ${man_program} --warnings -E UTF-8 -l -Tutf8 -Z ${page}
+    RESULT_VARIABLE status OUTPUT_VARIABLE text ERROR_VARIABLE warnings)
+  if(NOT status EQUAL 0 OR warnings OR NOT text)
+    fail("man ${page} (${status}): ${warnings}")
+  endif()
+endforeach()
 
 # ---- The file types, as a desktop reads them: G-code text under every name we claim, while
 # a binary NetCDF file keeps its own type. Two arrangements: the package's, where our types
 # and the system's share one database, and a home prefix's, where ours lie in a database of
 # their own in front of the system's (the two are searched differently) ----
-find_program(update_mime update-mime-database)
-find_program(gio gio)
 set(system_types /usr/share/mime/packages/freedesktop.org.xml)
-if(update_mime AND gio AND EXISTS ${system_types})
-  set(scratch ${PREFIX}-mime)
-  file(REMOVE_RECURSE ${scratch})
-  set(ours ${PREFIX}/share/mime/packages/tarvo-backplot.xml)
-  file(COPY ${system_types} ${ours} DESTINATION ${scratch}/package/mime/packages)
-  file(COPY ${system_types} DESTINATION ${scratch}/system/mime/packages)
-  file(COPY ${ours} DESTINATION ${scratch}/home/mime/packages)
-  foreach(database package system home)
-    execute_process(COMMAND ${CMAKE_COMMAND} -E env XDG_DATA_DIRS=${scratch}/${database}
-        ${update_mime} ${scratch}/${database}/mime
-      RESULT_VARIABLE status ERROR_VARIABLE errors)
-    if(NOT status EQUAL 0 OR errors)
-      fail("update-mime-database: ${status} ${errors}")
+set(scratch ${PREFIX}-mime)
+file(REMOVE_RECURSE ${scratch})
+set(ours ${PREFIX}/share/mime/packages/tarvo-backplot.xml)
+file(COPY ${system_types} ${ours} DESTINATION ${scratch}/package/mime/packages)
+file(COPY ${system_types} DESTINATION ${scratch}/system/mime/packages)
+file(COPY ${ours} DESTINATION ${scratch}/home/mime/packages)
+foreach(database package system home)
+  execute_process(COMMAND ${CMAKE_COMMAND} -E env XDG_DATA_DIRS=${scratch}/${database}
+      ${update-mime-database_program} ${scratch}/${database}/mime
+    RESULT_VARIABLE status ERROR_VARIABLE errors)
+  if(NOT status EQUAL 0 OR errors)
+    fail("update-mime-database: ${status} ${errors}")
+  endif()
+endforeach()
+set(files ${scratch}/files)
+file(MAKE_DIRECTORY ${files})
+file(COPY_FILE ${PREFIX}/share/tarvo-backplot/examples/lathe_shaft.nc ${files}/lathe.ngc)
+file(WRITE ${files}/tape.nc "%\nO1000\nG90 G0 X10.\n")
+file(WRITE ${files}/words.tap "G90 G21\nG1 X5. F100\n")
+file(WRITE ${files}/blocks.cnc "N10 G0 X0\n")
+file(WRITE ${files}/notes.gcode "(made by hand)\nG0 X1\n")
+file(WRITE ${files}/lowercase.nc "g0 x1\n")     # text all the same
+file(WRITE ${files}/program "(PLATE)\nG90\n")    # no name to go by
+# The first bytes of a NetCDF classic file: magic, no records, no dimensions.
+execute_process(COMMAND printf "CDF\\001\\000\\000\\000\\000\\000\\000\\000\\000" OUTPUT_FILE ${files}/ocean.nc)
+foreach(dirs "${scratch}/none;${scratch}/package" "${scratch}/home;${scratch}/system")
+  list(GET dirs 0 data_home)
+  list(GET dirs 1 data_dirs)
+  foreach(pair "lathe.ngc;text/x-gcode" "tape.nc;text/x-gcode" "words.tap;text/x-gcode"
+      "blocks.cnc;text/x-gcode" "notes.gcode;text/x-gcode" "lowercase.nc;text/x-gcode" "program;text/x-gcode"
+      "ocean.nc;application/x-netcdf")
+    list(GET pair 0 name)
+    list(GET pair 1 type)
+    execute_process(COMMAND ${CMAKE_COMMAND} -E env XDG_DATA_HOME=${data_home} XDG_DATA_DIRS=${data_dirs}
+        ${gio_program} info -a standard::content-type ${files}/${name}
+      OUTPUT_VARIABLE info ERROR_QUIET)
+    string(REGEX MATCH "content-type: [^\n]*" seen "${info}")
+    if(NOT seen STREQUAL "content-type: ${type}")
+      fail("${name} should be ${type}; with the types of ${data_home} and ${data_dirs} a desktop reads '${seen}'")
     endif()
   endforeach()
-  set(files ${scratch}/files)
-  file(MAKE_DIRECTORY ${files})
-  file(COPY_FILE ${PREFIX}/share/tarvo-backplot/examples/lathe_shaft.nc ${files}/lathe.ngc)
-  file(WRITE ${files}/tape.nc "%\nO1000\nG90 G0 X10.\n")
-  file(WRITE ${files}/words.tap "G90 G21\nG1 X5. F100\n")
-  file(WRITE ${files}/blocks.cnc "N10 G0 X0\n")
-  file(WRITE ${files}/notes.gcode "(made by hand)\nG0 X1\n")
-  file(WRITE ${files}/lowercase.nc "g0 x1\n")     # text all the same
-  file(WRITE ${files}/program "(PLATE)\nG90\n")    # no name to go by
-  # The first bytes of a NetCDF classic file: magic, no records, no dimensions.
-  execute_process(COMMAND printf "CDF\\001\\000\\000\\000\\000\\000\\000\\000\\000" OUTPUT_FILE ${files}/ocean.nc)
-  foreach(dirs "${scratch}/none;${scratch}/package" "${scratch}/home;${scratch}/system")
-    list(GET dirs 0 data_home)
-    list(GET dirs 1 data_dirs)
-    foreach(pair "lathe.ngc;text/x-gcode" "tape.nc;text/x-gcode" "words.tap;text/x-gcode"
-        "blocks.cnc;text/x-gcode" "notes.gcode;text/x-gcode" "lowercase.nc;text/x-gcode" "program;text/x-gcode"
-        "ocean.nc;application/x-netcdf")
-      list(GET pair 0 name)
-      list(GET pair 1 type)
-      execute_process(COMMAND ${CMAKE_COMMAND} -E env XDG_DATA_HOME=${data_home} XDG_DATA_DIRS=${data_dirs}
-          ${gio} info -a standard::content-type ${files}/${name}
-        OUTPUT_VARIABLE info ERROR_QUIET)
-      string(REGEX MATCH "content-type: [^\n]*" seen "${info}")
-      if(NOT seen STREQUAL "content-type: ${type}")
-        fail("${name} should be ${type}; with the types of ${data_home} and ${data_dirs} a desktop reads '${seen}'")
-      endif()
-    endforeach()
-  endforeach()
-  file(REMOVE_RECURSE ${scratch})
-else()
-  message(STATUS "file types not read back: update-mime-database, gio or ${system_types} missing")
-endif()
+endforeach()
+file(REMOVE_RECURSE ${scratch})
 
 # ---- The icons: PNG files of the size their folder names ----
 foreach(size IN LISTS icon_sizes)
