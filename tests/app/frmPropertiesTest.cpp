@@ -113,6 +113,7 @@ TEST_F(Properties, LoadShowsTheSettingsAndMarksNothing)
     settings.SlowTime = 0.45f;
     settings.Mill = false;
     settings.AxisSelectedColor = 4;
+    settings.AxisColor = 0x0000FF; // red, not QBColor(4): the line preview shows this value
     settings.Backcolor = 0x123456; // not QBColor(BackcolorSelected): the sample shows this value
     settings.BackcolorSelected = 3;
     settings.DefaultSeletedColor = 12;
@@ -151,6 +152,18 @@ TEST_F(Properties, LoadShowsTheSettingsAndMarksNothing)
     EXPECT_EQ(Find<QComboBox>("cmbSloMo")->currentIndex(), -1);
     dialog->ApplyChanges(3);
     EXPECT_EQ(settings.SlowTime, 0.4f);
+
+    // The line preview is drawn as the canvas draws the axis: dash 18 pixels on, 6 off.
+    const auto pixel = [this](int x, int y) {
+        return Find<QLabel>("picCurrent")->pixmap().toImage().pixelColor(x, y);
+    };
+    const QColor red(255, 0, 0), back(0x56, 0x34, 0x12);
+    const std::tuple<int, int, QColor> dashed[] = {
+        {0, 10, red}, {17, 10, red}, {18, 10, back}, {23, 10, back}, {24, 10, red}, {20, 9, back}};
+    for (const auto& [x, y, colour] : dashed)
+        EXPECT_EQ(pixel(x, y), colour) << x << ", " << y;
+    Find<QToolButton>("picLineStyle0")->click();
+    EXPECT_EQ(pixel(20, 10), red);
 }
 
 // Each edit marks its own page, and the timer then enables Apply.
@@ -215,25 +228,7 @@ TEST_F(Properties, OkAndCancelKeepOnlyWhatTookEffectAtOnce)
     }
 }
 
-TEST_F(Properties, ApplyWritesOnlyTheLastMarkedPage)
-{
-    Open();
-    ChooseSlowTime(".65");              // page 3 ...
-    Selector("clrBack")->SetIndex(12);  // ... then page 4
-    EXPECT_EQ(Find<QFrame>("picBColor")->palette().color(QPalette::Window), QColor(255, 0, 0));
-    EXPECT_EQ(settings.Backcolor, 0xFFFFFF);
-    Apply();
-    EXPECT_EQ(settings.Backcolor, 0x0000FF);
-    EXPECT_EQ(settings.BackcolorSelected, 12);
-    EXPECT_EQ(settings.SlowTime, 0.1f);
-    EXPECT_EQ(dialog->PendingPage(), frmProperties::NoPage);
-    // Going back to page 3 marks it again.
-    ChooseSlowTime(".15");
-    Apply();
-    EXPECT_EQ(settings.SlowTime, 0.15f);
-}
-
-TEST_F(Properties, EachPageWritesItsSettings)
+TEST_F(Properties, EachPageWritesItsSettingsAndApplyOnlyTheLastMarked)
 {
     Open();
     Text("txtExt")->setText("  *.nc ");
@@ -277,9 +272,24 @@ TEST_F(Properties, EachPageWritesItsSettings)
     for (int outside : {0, 6, 999})
         EXPECT_TRUE(dialog->ApplyChanges(outside));
     EXPECT_EQ(settings.Backcolor, 0xFFFFFF);
+
+    // Apply writes only the last page marked.
+    Open();
+    ChooseSlowTime(".65");              // page 3 ...
+    Selector("clrBack")->SetIndex(12);  // ... then page 4
+    EXPECT_EQ(Find<QFrame>("picBColor")->palette().color(QPalette::Window), QColor(255, 0, 0));
+    Apply();
+    EXPECT_EQ(settings.Backcolor, 0x0000FF);
+    EXPECT_EQ(settings.BackcolorSelected, 12);
+    EXPECT_EQ(settings.SlowTime, 0.1f);
+    EXPECT_EQ(dialog->PendingPage(), frmProperties::NoPage);
+    // Going back to page 3 marks it again.
+    ChooseSlowTime(".15");
+    Apply();
+    EXPECT_EQ(settings.SlowTime, 0.15f);
 }
 
-TEST_F(Properties, SetToolColorsFillsTheTable)
+TEST_F(Properties, ToolNumbersFillTheTableAndAnyButWholeNumbersAreRefused)
 {
     Open();
     FillToolNumbers({"5", "", " 42 ", "0", "7", "8", "9", "10", "11", "32767"});
@@ -298,10 +308,8 @@ TEST_F(Properties, SetToolColorsFillsTheTable)
     EXPECT_EQ(settings.DefaultColor, 0x0000FF);
     EXPECT_EQ(settings.DefaultSeletedColor, 12);
     EXPECT_EQ(dialog->PendingPage(), frmProperties::NoPage);
-}
 
-TEST_F(Properties, ToolNumbersThatAreNotWholeNumbersAreRefused)
-{
+    settings = Settings();
     for (const char* bad : {"abc", "4.5", "-1", "32768", "1e3", "T5"}) {
         dialogs.Messages.clear();
         colors = ToolColorTable();
@@ -324,24 +332,6 @@ TEST_F(Properties, ToolNumbersThatAreNotWholeNumbersAreRefused)
         EXPECT_EQ(dialog->PendingPage(), 5) << bad;
         EXPECT_EQ(Find<QTabWidget>("TabProp")->currentIndex(), 4) << bad;
     }
-}
-
-// The preview is drawn as the canvas draws the axis: dash 18 pixels on, 6 off.
-TEST_F(Properties, CurrentLinePreviewPixels)
-{
-    settings.AxisColor = 0x0000FF; // red
-    settings.Backcolor = 0xFFFF00; // cyan
-    Open();
-    const auto pixel = [this](int x, int y) {
-        return Find<QLabel>("picCurrent")->pixmap().toImage().pixelColor(x, y);
-    };
-    const QColor red(255, 0, 0), cyan(0, 255, 255);
-    const std::tuple<int, int, QColor> dashed[] = {
-        {0, 10, red}, {17, 10, red}, {18, 10, cyan}, {23, 10, cyan}, {24, 10, red}, {20, 9, cyan}};
-    for (const auto& [x, y, colour] : dashed)
-        EXPECT_EQ(pixel(x, y), colour) << x << ", " << y;
-    Find<QToolButton>("picLineStyle0")->click();
-    EXPECT_EQ(pixel(20, 10), red);
 }
 
 // The Properties command as the window runs it: busy pointer, the dialog, the window's
