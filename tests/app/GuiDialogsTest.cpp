@@ -45,7 +45,7 @@ TEST(GuiDialogs, MessageBoxHasTheIconButtonsAndTitleAsked)
     }
 }
 
-TEST(GuiDialogs, OpenFilterShowsEveryFileForTheAllFilesPattern)
+TEST(GuiDialogs, OpenFilterShowsEveryFileForTheAllFilesPatternSaveFiltersTheirDescriptions)
 {
     // How the file dialog's model matches a name on this platform: case-sensitively.
     const auto shows = [](const QString& patternText, const QString& name) {
@@ -65,10 +65,7 @@ TEST(GuiDialogs, OpenFilterShowsEveryFileForTheAllFilesPattern)
     EXPECT_FALSE(shows("*.nc;*.ngc", "part.tap"));
     EXPECT_EQ(FilterPatterns("*.*"), QStringList{"*"});
     EXPECT_EQ(FilterPatterns("*.nc;*.ngc"), (QStringList{"*.nc", "*.NC", "*.ngc", "*.NGC"}));
-}
 
-TEST(GuiDialogs, SaveFiltersShowTheirDescriptionsAsGiven)
-{
     // The two export dialogs' lists, one more description that names no pattern; the
     // dialog shows each as it is given, and matches by the pattern all the same.
     const std::vector<FileFilter> filters{

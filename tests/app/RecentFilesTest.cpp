@@ -18,7 +18,7 @@ Entries EntriesOf(const RecentFiles& recent)
     return entries;
 }
 
-TEST(RecentFiles, FiveOpensKeepTheLastFourNewestFirst)
+TEST(RecentFiles, FiveOpensKeepTheLastFourNewestFirstAndUnusedEntriesStay)
 {
     ScratchSettings scope;
     {
@@ -31,18 +31,13 @@ TEST(RecentFiles, FiveOpensKeepTheLastFourNewestFirst)
     EXPECT_EQ(raw.value("RecentFiles/RecentFile1").toString(), QStringLiteral("/p/e.nc"));
     EXPECT_FALSE(raw.contains("RecentFiles/RecentFile5"));
     EXPECT_EQ(EntriesOf(RecentFiles()), (Entries{"/p/e.nc", "/p/d.nc", "/p/c.nc", "/p/b.nc"}));
-}
 
-// An entry is unused when its first eight characters are "Not Used", in that case.
-TEST(RecentFiles, UnusedEntriesAreNotMoved)
-{
-    ScratchSettings scope;
-    {
-        QSettings raw(scope.RecentFilesFile(), QSettings::IniFormat);
-        raw.setValue("RecentFiles/RecentFile1", "not used");
-        raw.setValue("RecentFiles/RecentFile2", "Not Usedx");
-        raw.setValue("RecentFiles/RecentFile3", " Not Used");
-    }
+    // An entry is unused when its first eight characters are "Not Used", in that case:
+    // unused entries are not moved.
+    raw.setValue("RecentFiles/RecentFile1", "not used");
+    raw.setValue("RecentFiles/RecentFile2", "Not Usedx");
+    raw.setValue("RecentFiles/RecentFile3", " Not Used");
+    raw.sync();
     RecentFiles recent;
     recent.AddRecentFile("/p/new.nc");
     // 3 is copied to 4; 2 is unused, so nothing is copied into 3, which keeps its text.

@@ -10,7 +10,7 @@
 namespace backplot {
 namespace {
 
-TEST(TKZBrowser, PathRoundTripTypingAndChangeSignal)
+TEST(TKZBrowser, PathRoundTripTypingChangeSignalAndBrowseStart)
 {
     TKZBrowser browser;
     EXPECT_STREQ(browser.metaObject()->userProperty().name(), "Path");
@@ -33,10 +33,8 @@ TEST(TKZBrowser, PathRoundTripTypingAndChangeSignal)
     browser.SetFieldName("New work directory");
     EXPECT_EQ(browser.Field()->accessibleName(), "New work directory");
     EXPECT_EQ(browser.Button()->accessibleName(), "Browse for New work directory");
-}
 
-TEST(TKZBrowser, BrowseStartsAtTheFieldOrTheStartFolder)
-{
+    // Browse starts at the field, or at the start folder when the field is empty.
     const struct { const char* behaviour; QString typed, answer, expectedStart, expectedPath; int changes; } rows[] = {
         {"empty field starts at the start folder", "", "/srv/chosen", "/srv/start", "/srv/chosen", 1},
         {"typed field starts there", " /srv/typed ", "/srv/chosen", "/srv/typed", "/srv/chosen", 1},

@@ -9,7 +9,7 @@ namespace backplot {
 namespace {
 
 // Names follow 0xBBGGRR: the low byte is red, so index 1 (0x800000) is a dark blue.
-TEST(TKZColorSelector, ItemsAreThePaletteWithNamesAndSwatches)
+TEST(TKZColorSelector, ItemsAreThePaletteWithNamesAndSwatchesAndTheIndexSaysWhenItChanges)
 {
     const struct { const char* name; QColor shown; } expected[] = {
         {"Black", {0, 0, 0}},           {"Dark Blue", {0, 0, 128}},      {"Dark Green", {0, 128, 0}},
@@ -30,11 +30,8 @@ TEST(TKZColorSelector, ItemsAreThePaletteWithNamesAndSwatches)
     }
     EXPECT_EQ(TKZColorSelector::ColorName(16), "");
     EXPECT_EQ(TKZColorSelector::ColorName(-1), "");
-}
 
-TEST(TKZColorSelector, IndexRoundTripAndChangeSignal)
-{
-    TKZColorSelector selector;
+    // The index as the user property, and the signal of each change.
     EXPECT_EQ(selector.Index(), 0);
     EXPECT_STREQ(selector.metaObject()->userProperty().name(), "Index");
 

@@ -29,7 +29,7 @@ protected:
     QColor At(int x, int y) const { return Picture().pixelColor(x, y); }
 };
 
-TEST_F(ViewInteraction, ZoomWindowDraggedWithTheMouse)
+TEST_F(ViewInteraction, ZoomWindowAndPointPanDraggedWithTheMouse)
 {
     Button(ToolbarKey::ZWindow)->trigger();
     EXPECT_TRUE(window->view().ZoomWindowMode);
@@ -60,10 +60,9 @@ TEST_F(ViewInteraction, ZoomWindowDraggedWithTheMouse)
     Button(ToolbarKey::ZWindow)->trigger();
     QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {200, 200});
     EXPECT_EQ(Picture(), zoomed);
-}
 
-TEST_F(ViewInteraction, PointPanMovesTheDrawingWithTheMouse)
-{
+    // Point pan, from the opened view again.
+    Button(ToolbarKey::ZoomExtends)->trigger();
     Button(ToolbarKey::Pan)->trigger();
     EXPECT_TRUE(window->view().PanMode);
     Drag({300, 200}, {{330, 200}, {360, 212}}); // 10 units right, 2 down
@@ -206,7 +205,7 @@ TEST_F(ViewInteraction, SteppedPictureIsTheRedrawnOneAfterAnOpenAClickAndThePane
     expectRedrawnAlike("a second open");
 }
 
-TEST_F(ViewInteraction, DrawingAidsApplyOnOkAndRefuseCrossHairsWithoutAutoRedraw)
+TEST_F(ViewInteraction, DrawingAidsApplyOnOkAndCrossHairsAndAutoRedrawOffRefuseEachOther)
 {
     Settings& s = window->settings();
     {
@@ -278,6 +277,24 @@ TEST_F(ViewInteraction, DrawingAidsApplyOnOkAndRefuseCrossHairsWithoutAutoRedraw
     EXPECT_TRUE(Button(ToolbarKey::Axis)->isChecked());
     EXPECT_TRUE(qobject_cast<QAbstractButton*>(axis)->isChecked());
     EXPECT_EQ(At(30, 5), QColor(Qt::black));
+
+    // The other way round: Auto Redraw cannot be turned off while the cross hairs are on.
+    dialogs.Messages.clear();
+    QAction* on = Action("mnuAutoOn");
+    QAction* off = Action("mnuAutoOff");
+    on->trigger();
+    on->trigger(); // the checked entry again stays checked
+    EXPECT_TRUE(on->isChecked() && !off->isChecked() && s.AutoDraw);
+    s.CrossHairs = true;
+    off->trigger();
+    EXPECT_EQ(dialogs.Messages, (std::vector<test::ScriptedDialogs::ShownMessage>{
+                                    {"Please turn the cross hairs off\r\nbefore using this option.", "Corvane Backplot",
+                                     MsgIcon::None, MsgButtons::Ok}}));
+    EXPECT_TRUE(on->isChecked() && !off->isChecked() && s.AutoDraw);
+    s.CrossHairs = false;
+    off->trigger();
+    EXPECT_EQ(dialogs.Messages.size(), 1u);
+    EXPECT_TRUE(!on->isChecked() && off->isChecked() && !s.AutoDraw);
 }
 
 } // namespace

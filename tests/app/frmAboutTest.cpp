@@ -11,7 +11,7 @@
 namespace backplot {
 namespace {
 
-TEST(frmAbout, ShowsTitleVersionQtAndLicenceLines)
+TEST(frmAbout, ShowsTitleVersionWithTheCommitOnlyWhenKnownQtAndLicenceLines)
 {
     frmAbout about;
     const auto LabelText = [&about](const char* name) { return test::Child<QLabel>(about, name)->text(); };
@@ -31,10 +31,7 @@ TEST(frmAbout, ShowsTitleVersionQtAndLicenceLines)
     EXPECT_EQ(ok->text(), QStringLiteral("&OK"));
     QTimer::singleShot(0, ok, &QPushButton::click);
     EXPECT_EQ(about.exec(), QDialog::Accepted);
-}
 
-TEST(frmAbout, VersionLineNamesTheCommitOnlyWhenKnown)
-{
     EXPECT_EQ(frmAbout::VersionLine("5.0", ""), "Version 5.0"); // outside a git checkout
     EXPECT_EQ(frmAbout::VersionLine("5.1.2", "0a1b2c3d4e"), "Version 5.1.2 (commit 0a1b2c3d4e)");
 }

@@ -63,29 +63,6 @@ TEST_F(MainWindow, MenusAndToolbarSayTheProgramsOwnWords)
     EXPECT_EQ(stop->toolButtonStyle(), Qt::ToolButtonIconOnly);
 }
 
-TEST_F(MainWindow, AutoRedrawOffIsRefusedWhileCrossHairsAreOn)
-{
-    Start();
-    window->SetMenus(true);
-    QAction* on = Action("mnuAutoOn");
-    QAction* off = Action("mnuAutoOff");
-    on->trigger();
-    on->trigger(); // the checked entry again stays checked
-    EXPECT_TRUE(on->isChecked() && !off->isChecked() && window->settings().AutoDraw);
-
-    window->settings().CrossHairs = true;
-    off->trigger();
-    ASSERT_EQ(dialogs.Messages.size(), 1u);
-    EXPECT_EQ(dialogs.Messages[0].Text, "Please turn the cross hairs off\r\nbefore using this option.");
-    EXPECT_EQ(dialogs.Messages[0].Title, "Corvane Backplot");
-    EXPECT_TRUE(on->isChecked() && !off->isChecked() && window->settings().AutoDraw);
-
-    window->settings().CrossHairs = false;
-    off->trigger();
-    EXPECT_EQ(dialogs.Messages.size(), 1u);
-    EXPECT_TRUE(!on->isChecked() && off->isChecked() && !window->settings().AutoDraw);
-}
-
 TEST_F(MainWindow, StartUpReadsTheStoresAndClosingWritesThem)
 {
     Store("Backcolor", "255"); // red, as 0xBBGGRR
