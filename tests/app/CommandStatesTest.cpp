@@ -82,7 +82,7 @@ TEST_F(CommandStates, FileCommandsSwitchTheToolbarAndMenus)
     EXPECT_EQ(dialogs.Messages.back().Text, "An error as occurred while prossessing the file ");
 }
 
-TEST_F(CommandStates, StepEnterAndEscWalkTheProgram)
+TEST_F(CommandStates, StepEnterEscAndSlowMotionWalkTheProgramFromTheKeyboardAndTheMenu)
 {
     StartWithPart();
     Canvas()->setFocus();
@@ -151,13 +151,9 @@ TEST_F(CommandStates, StepEnterAndEscWalkTheProgram)
                          "ToolColors");
     QTest::keyClick(Canvas(), Qt::Key_Escape);
     EXPECT_EQ(Toolbar(), AllOn);
-}
 
-TEST_F(CommandStates, SlowMotionPausesResumesAndStopsFromTheKeyboardAndTheMenu)
-{
-    const std::string path = StartWithPart();
-    Canvas()->setFocus();
-    const QString fileLine = QString::fromStdString(path) + "  ";
+    // Slow motion pauses, resumes and stops from the keyboard and the menu.
+    const QString fileLine = QString::fromStdString(window->FileName()) + "  ";
     Action("mnuSlowMotion")->trigger(); // to its end: the toolbar back
     EXPECT_EQ(Toolbar(), AllOn);
     EXPECT_FALSE(Action("mnuSlowMotion")->isChecked());
