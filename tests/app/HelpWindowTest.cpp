@@ -127,11 +127,6 @@ std::vector<std::string> All(const std::string& text, const std::regex& pattern)
     return found;
 }
 
-bool Contains(const std::vector<std::string>& list, const std::string& item)
-{
-    return std::find(list.begin(), list.end(), item) != list.end();
-}
-
 TEST(HelpGuide, PagesAreTitledLinkedAndReachableFromTheContents)
 {
     const fs::path folder = GuideFolder();
@@ -160,8 +155,9 @@ TEST(HelpGuide, PagesAreTitledLinkedAndReachableFromTheContents)
             const std::string file = link.substr(0, hash);
             const fs::path target = folder / (file.empty() ? name : file);
             linked[name].insert(file);
+            const auto ids = fs::is_regular_file(target) ? All(test::ReadAll(target), id) : std::vector<std::string>{};
             if (!fs::is_regular_file(target) ||
-                (hash != std::string::npos && !Contains(All(test::ReadAll(target), id), link.substr(hash + 1))))
+                (hash != std::string::npos && std::ranges::count(ids, link.substr(hash + 1)) == 0))
                 broken.push_back(name + " -> " + link);
         }
     }
