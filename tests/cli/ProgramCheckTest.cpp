@@ -90,7 +90,7 @@ TEST(ProgramCheck, MessagesQuoteTheWordsAndWhatThePlotDoes)
     }
 }
 
-TEST(ProgramCheck, CountedLimitsAndTheLatheLetters)
+TEST(ProgramCheck, CountedLimitsLatheLettersTheViewsCircleAndCleanExamples)
 {
     // Ten tool changes fit; the 11th and 12th raise the box.
     std::string tools;
@@ -117,18 +117,14 @@ TEST(ProgramCheck, CountedLimitsAndTheLatheLetters)
     // --abs-center: I and J are the centre itself.
     EXPECT_TRUE(Check("G0 X5. Y5.\nG2 X7. Y5. I6. J5.\n", true, 1).empty());
     EXPECT_EQ(PlacesOf(Check("G0 X5. Y5.\nG2 X7. Y5. I6. J5.\n", true, 0)), (Places{{2, CheckCode::ArcRefit}}));
-}
 
-TEST(ProgramCheck, OnlyTheCircleThatSetsTheViewIsReported)
-{
-    // A flat arc of radius 50, a 10 x 10 square and a quarter arc of radius 5 inside it:
-    // the quarter's circle reaches 5 beyond the square's left side, the flat arc's 44.5.
+    // Only the circle that sets the view is reported. A flat arc of radius 50, a 10 x 10
+    // square and a quarter arc of radius 5 inside it: the quarter's circle reaches 5 beyond
+    // the square's left side, the flat arc's 44.5.
     const std::string program = "G2 X1. Y0.1 R50.\nG0 X0 Y0\nG1 X10.\nY10.\nX0\nY0\nG3 X5. Y5. R5.\n";
     EXPECT_EQ(PlacesOf(Check(program, true, 0, false)), (Places{{1, CheckCode::ExtentsCircle}}));
-}
 
-TEST(ProgramCheck, OurExamplesAreClean)
-{
+    // Our examples are clean.
     for (const auto& [name, mill] : {std::pair{"mill_pocket_plate.nc", true}, {"mill_incremental.nc", true},
                                      {"lathe_shaft.nc", false}}) {
         const std::string text = test::ReadAll(test::SourceDir() / "examples" / name);
