@@ -48,7 +48,7 @@ void Make(const QString& root, const std::vector<const char*>& files)
 
 QString RootOf(const test::ScratchDir& scratch) { return QString::fromStdString(scratch.Path().string()) + '/'; }
 
-TEST(ProgramFiles, FindsHelpAndSamplesInBuildAndInstalledLayouts)
+TEST(ProgramFiles, FindsHelpAndSamplesInBuildAndInstalledLayoutsAndTheBuildPutsThemThere)
 {
     for (const Layout& layout : Layouts) {
         SCOPED_TRACE(layout.name);
@@ -59,6 +59,14 @@ TEST(ProgramFiles, FindsHelpAndSamplesInBuildAndInstalledLayouts)
         EXPECT_EQ(files.HelpIndex(), root + QString::fromLatin1(layout.helpIndex));
         EXPECT_EQ(files.SamplesFolder(), root + QString::fromLatin1(layout.samplesFolder));
     }
+
+    // The build copies the guide and the samples beside the program, as the install puts
+    // them under share/.
+    const ProgramFiles files(QStringLiteral(BACKPLOT_PROGRAM_DIR));
+    const QString index = files.HelpIndex();
+    EXPECT_EQ(index, QStringLiteral(BACKPLOT_PROGRAM_DIR "/help/index.html"));
+    EXPECT_EQ(test::ReadAll(index.toStdString()), test::ReadAll(test::SourceDir() / "docs/help/index.html"));
+    EXPECT_TRUE(QFileInfo(files.SamplesFolder() + QStringLiteral("/mill_pocket_plate.nc")).isFile());
 }
 
 // The working files: beside the program of a build or a portable folder it can write to,
@@ -92,17 +100,6 @@ TEST(DataFolder, BesideABuildOrPortableProgramPerUserWhenInstalled)
         EXPECT_EQ(QDir(perUser).exists(), !row.beside);
         EXPECT_EQ(shipped(), before); // not even the write probe is left behind
     }
-}
-
-// The build copies the guide and the samples beside the program, as the install puts them
-// under share/.
-TEST(ProgramFiles, TheBuildPutsTheGuideAndSamplesBesideTheProgram)
-{
-    const ProgramFiles files(QStringLiteral(BACKPLOT_PROGRAM_DIR));
-    const QString index = files.HelpIndex();
-    EXPECT_EQ(index, QStringLiteral(BACKPLOT_PROGRAM_DIR "/help/index.html"));
-    EXPECT_EQ(test::ReadAll(index.toStdString()), test::ReadAll(test::SourceDir() / "docs/help/index.html"));
-    EXPECT_TRUE(QFileInfo(files.SamplesFolder() + QStringLiteral("/mill_pocket_plate.nc")).isFile());
 }
 
 } // namespace

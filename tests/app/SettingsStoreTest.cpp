@@ -100,7 +100,7 @@ TEST(SettingsStore, ChangedValuesSurviveARestartExceptToolColorsFiveToNine)
     EXPECT_EQ(StoredTexts(scope), saved);
 }
 
-TEST(SettingsStore, FlagTextsAndAbsCenterNumber)
+TEST(SettingsStore, FlagTextsAbsCenterNumberAndUnreadableTextsDefaults)
 {
     const std::pair<const char*, bool> flags[] = {
         {"-1", true},    {"0", false}, {"True", true}, {"False", false}, {"TRUE", true}, {"fAlSe", false},
@@ -127,10 +127,8 @@ TEST(SettingsStore, FlagTextsAndAbsCenterNumber)
         EXPECT_EQ(loaded->settings.AbsCenter, value);
         EXPECT_EQ(loaded->state.AbsCenter, value);
     }
-}
 
-TEST(SettingsStore, UnreadableTextIsReportedAndItsDefaultUsed)
-{
+    // Unreadable text is reported and its default used.
     ScratchSettings scope;
     Store(scope, {{"Slow Time", "abc"}, {"Show Axis", "maybe"}, {"Axis SelectedColor", "40000"}, {"Backcolor", ""},
                   {"ToolColor2", "green"}, {"ToolColorIndex7", "x"} /* never read */, {"Axis Line", "2"}});
