@@ -15,11 +15,22 @@ namespace {
 
 using Keys = test::WindowFixture;
 
-// Part's lines: "G00 X10. Y-10.", "G01 X90.", "G00 X110. Y-20.", "M30": "x1" (any case) is
-// at line 1 and line 3, from the fifth character. The bar's field takes every key typed into
-// it; on the canvas the window's keys work as ever, bar open or not.
-TEST_F(Keys, FindAndGoToLineInTheSourceViewLeaveTheWindowKeysToIt)
+TEST_F(Keys, WithoutAProgramTheKeysDoNothingHarmfulWithOneFindAndGoToLineLeaveTheWindowKeys)
 {
+    // Without a program the view keys and stepping leave the canvas empty and ask nothing.
+    StartShown();
+    std::filesystem::remove(window->translator().RecordFilePath()); // no records from a test before
+    for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down, Qt::Key_Plus, Qt::Key_Minus,
+                              Qt::Key_S, Qt::Key_Return, Qt::Key_Escape, Qt::Key_E})
+        QTest::keyClick(Canvas(), key);
+    EXPECT_FALSE(window->programLoaded());
+    EXPECT_FALSE(window->playback().StepMode); // S found no records and ended stepping
+    EXPECT_TRUE(dialogs.Messages.empty()); // no "Error opening file!" either
+    EXPECT_EQ(test::CountOf(Picture(), Qt::white), Picture().width() * Picture().height());
+
+    // Part's lines: "G00 X10. Y-10.", "G01 X90.", "G00 X110. Y-20.", "M30": "x1" (any case)
+    // is at line 1 and line 3, from the fifth character. The bar's field takes every key
+    // typed into it; on the canvas the window's keys work as ever, bar open or not.
     StartWithPart();
     window->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
@@ -128,20 +139,6 @@ TEST_F(Keys, PAndEscHammeredDuringAReplayEndInAPlainPicture)
     EXPECT_FALSE(Action("mnuSlowMotion")->isChecked());
     EXPECT_TRUE(dialogs.Messages.empty());
     EXPECT_EQ(test::Differences(Picture(), opened), 0); // the whole program, as the open drew it
-}
-
-// Without a program the view keys and stepping leave the canvas empty and ask nothing.
-TEST_F(Keys, WithoutAProgramPanAndZoomKeysDoNothingHarmful)
-{
-    StartShown();
-    std::filesystem::remove(window->translator().RecordFilePath()); // no records from a test before
-    for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down, Qt::Key_Plus, Qt::Key_Minus,
-                              Qt::Key_S, Qt::Key_Return, Qt::Key_Escape, Qt::Key_E})
-        QTest::keyClick(Canvas(), key);
-    EXPECT_FALSE(window->programLoaded());
-    EXPECT_FALSE(window->playback().StepMode); // S found no records and ended stepping
-    EXPECT_TRUE(dialogs.Messages.empty()); // no "Error opening file!" either
-    EXPECT_EQ(test::CountOf(Picture(), Qt::white), Picture().width() * Picture().height());
 }
 
 } // namespace
