@@ -23,50 +23,6 @@ std::string OpenFailure(const std::string& path)
 
 } // namespace
 
-RecordFileWriter::~RecordFileWriter() { Close(); }
-
-void RecordFileWriter::Open(const std::string& path)
-{
-    Close();
-    // Read/write, created when missing, never truncated: like a random-access file.
-    file_ = std::fopen(path.c_str(), "r+b");
-    if (!file_)
-        file_ = std::fopen(path.c_str(), "w+b");
-    if (!file_)
-        throw RunTimeError(OpenFailure(path));
-    std::setvbuf(file_, nullptr, _IOFBF, 1 << 16);
-    position_ = 0;
-}
-
-void RecordFileWriter::Write(std::int32_t recordNumber, const EntityRecord& record)
-{
-    if (!file_)
-        throw RunTimeError("Bad file name or number");
-    if (recordNumber < 1)
-        throw RunTimeError("Bad record number");
-    const long offset = (static_cast<long>(recordNumber) - 1) * RecordBytes;
-    if (offset != position_ && std::fseek(file_, offset, SEEK_SET) != 0) {
-        position_ = -1;
-        throw RunTimeError("Cannot seek in the record file");
-    }
-    std::array<std::uint8_t, EntityRecord::Size> bytes;
-    EncodeRecord(record, bytes);
-    if (std::fwrite(bytes.data(), 1, bytes.size(), file_) != bytes.size()) {
-        position_ = -1;
-        throw RunTimeError("Cannot write the record file: " + std::string(std::strerror(errno)));
-    }
-    position_ = offset + RecordBytes;
-}
-
-void RecordFileWriter::Close()
-{
-    if (file_) {
-        std::fclose(file_);
-        file_ = nullptr;
-    }
-    position_ = -1;
-}
-
 RecordFileRewriter::~RecordFileRewriter() { Close(); }
 
 void RecordFileRewriter::Open(const std::string& path)

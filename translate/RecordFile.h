@@ -9,27 +9,6 @@
 
 namespace backplot {
 
-// Writes records by number into a record file. Records normally arrive in order;
-// a gap (numbering that goes on from an earlier translation) leaves zero-filled records.
-// Failures raise RunTimeError.
-class RecordFileWriter {
-public:
-    RecordFileWriter() = default;
-    ~RecordFileWriter();
-    RecordFileWriter(const RecordFileWriter&) = delete;
-    RecordFileWriter& operator=(const RecordFileWriter&) = delete;
-
-    // Opens for read/write, creating the file when it is missing.
-    void Open(const std::string& path);
-    void Write(std::int32_t recordNumber, const EntityRecord& record);
-    void Close();
-    bool IsOpen() const { return file_ != nullptr; }
-
-private:
-    std::FILE* file_ = nullptr;
-    long position_ = -1; // byte offset of the stream, -1 when unknown
-};
-
 // Collects the records of one translation in memory and writes them over the record file
 // in one go: the old file is rewritten in place, not removed and created again, and cut
 // to the end of the new records, so it holds exactly them. Records are numbered on from

@@ -60,10 +60,11 @@ struct TranslatorRig {
     }
     void Write(const std::vector<EntityRecord>& records) const
     {
-        RecordFileWriter writer;
+        RecordFileRewriter writer;
         writer.Open(translator.RecordFilePath());
         for (std::size_t i = 0; i < records.size(); ++i)
-            writer.Write(static_cast<std::int32_t>(i + 1), records[i]);
+            writer.Append(static_cast<std::int32_t>(i + 1), records[i]);
+        writer.Finish();
     }
 };
 

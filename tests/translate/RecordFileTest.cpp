@@ -67,18 +67,19 @@ TEST(RecordFile, WriterAndReaderAgreeOnRecordNumbers)
     ScratchDir dir;
     const std::string path = dir.Folder() + "records.bin";
     {
-        RecordFileWriter writer;
+        RecordFileRewriter writer;
         writer.Open(path);
         EntityRecord r;
-        writer.Write(1, r);
+        writer.Append(2, r); // a first number past 1 leaves record 1 zero-filled
         r.Clear(2);
         r.SetBlockText("N3");
         r.ToolNum = -3;
-        writer.Write(3, r); // a gap leaves record 2 zero-filled
+        writer.Append(3, r);
+        writer.Finish();
     }
     const std::string file = ReadAll(path);
     ASSERT_EQ(file.size(), 3u * 128);
-    EXPECT_EQ(file.substr(128, 128), std::string(128, '\0'));
+    EXPECT_EQ(file.substr(0, 128), std::string(128, '\0'));
     EXPECT_EQ(file.substr(256, 3), "N3 ");
     EXPECT_EQ(file.substr(256 + 120, 4), Hex("FDFFFFFF")) << "ToolNum -3, two's complement";
 
